@@ -1,0 +1,74 @@
+# Generated textures and audio. Each generator is a small program of ours; its outputs are made
+# again only when the program changes.
+
+# The generators run at build time on every configuration, so they are always optimised.
+function(orane_generator_options target)
+    orane_warnings(${target})
+    target_compile_options(${target} PRIVATE -O2)
+endfunction()
+
+add_library(orane_assetgen_common STATIC ${CMAKE_CURRENT_SOURCE_DIR}/common/random.cpp)
+target_include_directories(orane_assetgen_common PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+orane_generator_options(orane_assetgen_common)
+
+file(GLOB ORANE_TEXTUREGEN_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/texturegen/*.cpp)
+list(REMOVE_ITEM ORANE_TEXTUREGEN_SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/texturegen/main.cpp)
+add_library(orane_texturegen_painters STATIC ${ORANE_TEXTUREGEN_SOURCES})
+target_link_libraries(orane_texturegen_painters PUBLIC orane_assetgen_common sfml-graphics)
+orane_generator_options(orane_texturegen_painters)
+
+add_executable(orane_texturegen ${CMAKE_CURRENT_SOURCE_DIR}/texturegen/main.cpp)
+target_link_libraries(orane_texturegen PRIVATE orane_texturegen_painters)
+orane_generator_options(orane_texturegen)
+
+set(ORANE_TEXTURES paper.png paper_blood_left.png paper_blood_right.png shadow.png
+    game_background.png)
+list(TRANSFORM ORANE_TEXTURES PREPEND ${ORANE_RESOURCES}/textures/ OUTPUT_VARIABLE ORANE_TEXTURE_OUTPUTS)
+add_custom_command(
+    OUTPUT ${ORANE_TEXTURE_OUTPUTS}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${ORANE_RESOURCES}/textures
+    COMMAND orane_texturegen ${ORANE_RESOURCES}/textures
+    DEPENDS orane_texturegen
+    COMMENT "Painting textures"
+    VERBATIM)
+list(APPEND ORANE_GENERATED_OUTPUTS ${ORANE_TEXTURE_OUTPUTS})
+
+file(GLOB ORANE_AUDIOGEN_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/audiogen/*.cpp)
+list(REMOVE_ITEM ORANE_AUDIOGEN_SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/audiogen/main.cpp)
+add_library(orane_audiogen_instruments STATIC ${ORANE_AUDIOGEN_SOURCES})
+target_link_libraries(orane_audiogen_instruments PUBLIC orane_assetgen_common)
+orane_generator_options(orane_audiogen_instruments)
+
+add_executable(orane_audiogen ${CMAKE_CURRENT_SOURCE_DIR}/audiogen/main.cpp)
+target_link_libraries(orane_audiogen PRIVATE orane_audiogen_instruments sfml-audio)
+orane_generator_options(orane_audiogen)
+
+set(ORANE_AUDIO_OUTPUTS
+    ${ORANE_RESOURCES}/audio/sounds/shot_pistol.wav
+    ${ORANE_RESOURCES}/audio/musics/WhiskyAndRevolver.ogg)
+add_custom_command(
+    OUTPUT ${ORANE_AUDIO_OUTPUTS}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${ORANE_RESOURCES}/audio/sounds ${ORANE_RESOURCES}/audio/musics
+    COMMAND orane_audiogen ${ORANE_RESOURCES}/audio
+    DEPENDS orane_audiogen
+    COMMENT "Recording the pistol shot and the music"
+    VERBATIM)
+list(APPEND ORANE_GENERATED_OUTPUTS ${ORANE_AUDIO_OUTPUTS})
+
+if(ORANE_BUILD_TESTS)
+    find_package(GTest REQUIRED)
+    include(GoogleTest)
+    enable_testing()
+    file(GLOB ORANE_ASSET_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tests/*.cpp)
+    add_executable(assets_tests ${ORANE_ASSET_TEST_SOURCES})
+    target_link_libraries(assets_tests PRIVATE orane_texturegen_painters orane_audiogen_instruments sfml-audio
+                                               GTest::gtest GTest::gtest_main)
+    target_compile_definitions(assets_tests PRIVATE
+        ORANE_BINARY_DIR="${CMAKE_BINARY_DIR}"
+        ORANE_TEXTUREGEN="$<TARGET_FILE:orane_texturegen>"
+        ORANE_AUDIOGEN="$<TARGET_FILE:orane_audiogen>")
+    orane_warnings(assets_tests)
+    # The file checks read the resource tree that the build assembles.
+    add_dependencies(assets_tests orane_resources)
+    gtest_discover_tests(assets_tests WORKING_DIRECTORY ${CMAKE_BINARY_DIR} DISCOVERY_TIMEOUT 60)
+endif()

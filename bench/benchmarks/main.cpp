@@ -1,0 +1,27 @@
+// orane-bench: Google Benchmark's own main, then the game (if a benchmark started it) closed
+// while SFML can still release its window.
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+#ifdef ORANE_BENCH_FRAMES
+#include "gamedriver.hpp"
+namespace orane::bench
+{
+std::unique_ptr<GameDriver>& sharedGame();
+}
+#endif
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+#ifdef ORANE_BENCH_FRAMES
+    orane::bench::sharedGame().reset();
+#endif
+    return 0;
+}

@@ -1,0 +1,86 @@
+#include "ryn/core/inputmanager.hpp"
+
+#include "ryn/core/assert.hpp"
+#include "ryn/core/components.hpp"
+#include "ryn/core/graphics.hpp"
+
+#include <SFML/Window/Mouse.hpp>
+
+namespace ryn
+{
+
+bool InputManager::init()
+{
+    addButton("touch");
+    return true;
+}
+
+void InputManager::addButton(std::string id)
+{
+    buttons_.emplace(std::move(id), Button());
+}
+
+void InputManager::resetTransitions()
+{
+    for (auto& entry : buttons_)
+        entry.second = Button();
+}
+
+void InputManager::press(std::string id)
+{
+    if (Button* found = button(id))
+        found->pressed = true;
+}
+
+void InputManager::release(std::string id)
+{
+    if (Button* found = button(id))
+        found->released = true;
+}
+
+bool InputManager::isPressed(std::string id) const
+{
+    RYN_CHECK(isValidButtonId(id));
+    const Button* found = button(id);
+    return found && found->pressed;
+}
+
+bool InputManager::isReleased(std::string id) const
+{
+    RYN_CHECK(isValidButtonId(id));
+    const Button* found = button(id);
+    return found && found->released;
+}
+
+bool InputManager::isValidButtonId(std::string id) const
+{
+    return buttons_.count(id) > 0;
+}
+
+sf::Vector2f InputManager::mousePosition() const
+{
+    const sf::Vector2i pixel = sf::Mouse::getPosition(*components().graphics()->window());
+    return {static_cast<float>(pixel.x), static_cast<float>(pixel.y)};
+}
+
+InputManager::Button* InputManager::button(const std::string& id)
+{
+    const auto found = buttons_.find(id);
+    if (found == buttons_.end()) {
+        RYN_CHECK(false);
+        return nullptr;
+    }
+    return &found->second;
+}
+
+const InputManager::Button* InputManager::button(const std::string& id) const
+{
+    const auto found = buttons_.find(id);
+    if (found == buttons_.end()) {
+        RYN_CHECK(false);
+        return nullptr;
+    }
+    return &found->second;
+}
+
+} // namespace ryn

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "ryn/core/resourcemanager.hpp"
+
+namespace orane
+{
+
+/// Loads the game's fonts and textures (see resourceids.hpp) from the path manager's folders.
+class OraneResourceManager : public ryn::ResourceManager
+{
+public:
+    bool init() override;
+    /// A file that cannot be loaded throws the holder's error; the files after it are not
+    /// loaded.
+    bool load() override;
+};
+
+} // namespace orane

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "scene/choice.hpp"
+
+#include <SFML/System/String.hpp>
+
+#include <cstdint>
+#include <vector>
+
+/// Text operations of the story language. All of them work on code points, so any line (of any
+/// length, with control characters or characters beyond U+FFFF) is safe to hand over.
+namespace orane
+{
+
+/// True when `token` occurs anywhere in `line`, case-sensitively.
+bool containsToken(const sf::String& line, const sf::String& token);
+
+/// Which of the scene-body tokens a line holds, found in a single pass over it.
+struct LineTokens
+{
+    bool forward = false;
+    bool orane = false;
+    bool nathan = false;
+    bool choice = false;
+    bool nextScene = false;
+};
+
+/// The tokens FORWARD, ORANE, NATHAN, "*" and "->" that occur anywhere in `line`; the same answers
+/// as containsToken for each, at the cost of one scan.
+LineTokens findLineTokens(const sf::String& line);
+
+/// The pieces of `text` between blanks (U+0020 only); runs of blanks give no empty pieces and
+/// other whitespace, tabs included, stays inside the words.
+std::vector<sf::String> splitWords(const sf::String& text);
+
+/// True for space, tab, line feed, vertical tab, form feed and carriage return; nothing else
+/// (neither U+00A0 nor any character beyond U+00FF) is whitespace.
+bool isWhitespace(sf::Uint32 codePoint);
+
+/// `text` without whitespace (isWhitespace) at either end.
+sf::String trimWhitespace(const sf::String& text);
+
+/// Sets the choice's label to what follows the line's first "*", untrimmed. A line without
+/// the token is a fault of the caller: it is reported and false is answered.
+bool readChoiceBrief(const sf::String& line, Choice& choice, std::uint32_t lineNumber);
+
+/// Sets the choice's next scene name to what follows the line's first "->", trimmed. A line
+/// without the token is a fault of the caller: it is reported and false is answered.
+bool readChoiceTarget(const sf::String& line, Choice& choice, std::uint32_t lineNumber);
+
+} // namespace orane

@@ -1,0 +1,431 @@
+#include "scenemanager/scenemanager.hpp"
+
+#include "scene/storytext.hpp"
+#include "scenemanager/specialscenes.hpp"
+#include "scenemanager/textfile.hpp"
+
+#include <ryn/core/assert.hpp>
+#include <ryn/core/console.hpp>
+
+#include <algorithm>
+#include <set>
+
+namespace orane
+{
+namespace
+{
+
+const sf::String& endName() { return SPECIAL_SCENE_NAMES[0]; }
+const sf::String& gameOverName() { return SPECIAL_SCENE_NAMES[1]; }
+const sf::String& hubName() { return SPECIAL_SCENE_NAMES[2]; }
+const sf::String& arrestName() { return SPECIAL_SCENE_NAMES[3]; }
+
+sf::String quoted(const sf::String& text)
+{
+    return L"\"" + text + L"\"";
+}
+
+sf::String decimal(std::uint64_t number)
+{
+    return sf::String(std::to_wstring(number));
+}
+
+bool isComment(const sf::String& line)
+{
+    return !line.isEmpty() && line[0] == U'#';
+}
+
+/// The loader's number for line `index` of a file: comment lines are not counted.
+std::uint32_t countedLineNumber(const std::vector<sf::String>& lines, std::size_t index)
+{
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < index && i < lines.size(); ++i) {
+        if (!isComment(lines[i]))
+            ++number;
+    }
+    return number;
+}
+
+void reportInvalidUtf8(const std::string& path, std::uint32_t lineNumber)
+{
+    ryn::console::writeLine("ERROR : invalid UTF-8 at line " + std::to_string(lineNumber) + " of file "
+                            + path + ". Story files must be saved as UTF-8.");
+}
+
+void reportTooLarge(const std::string& path, std::uintmax_t byteCount)
+{
+    ryn::console::writeLine("ERROR : file " + path + " is " + std::to_string(byteCount)
+                            + " bytes long. A story file may hold at most "
+                            + std::to_string(TextFile::MAX_BYTES) + " bytes.");
+}
+
+} // namespace
+
+const std::string SceneManager::DEFAULT_STORIES_DIRECTORY = "resources/stories/";
+
+SceneManager::SceneManager(SceneManagerOwner* owner)
+    : currentScene_(START_SCENE_NAME)
+    , owner_(owner)
+{
+}
+
+void SceneManager::setNewSceneCallback(std::function<void(const Scene&)> callback)
+{
+    newSceneCallback_ = std::move(callback);
+}
+
+void SceneManager::setChoiceAppliedCallback(std::function<void(const Choice&)> callback)
+{
+    choiceAppliedCallback_ = std::move(callback);
+}
+
+bool SceneManager::loadStory()
+{
+    return loadStoryFrom(DEFAULT_STORIES_DIRECTORY);
+}
+
+bool SceneManager::loadStoryFrom(const std::string& storiesDirectory)
+{
+    if (!readSuspects(storiesDirectory))
+        return false;
+    if (!loadStoryFile(storiesDirectory + "story.txt"))
+        return false;
+    for (const auto& suspect : suspectsVisited_) {
+        const std::string fileName = ryn::console::toUtf8(suspect.first.toWideString()) + ".txt";
+        if (!loadStoryFile(storiesDirectory + fileName))
+            return false;
+    }
+    if (!checkLinks() || !checkPlayability())
+        return false;
+    playCurrentScene();
+    return true;
+}
+
+bool SceneManager::readSuspects(const std::string& storiesDirectory)
+{
+    const std::string path = storiesDirectory + "suspects.ini";
+    const TextFile file = TextFile::load(path);
+    switch (file.status()) {
+    case TextFile::STATUS::CANNOT_OPEN:
+        // The message names the game's own path, whichever directory was asked for.
+        ryn::console::writeLine(std::string("FATAL ERROR : coudln't open file resources/stories/suspects.ini"));
+        return false;
+    case TextFile::STATUS::INVALID_UTF8:
+        reportInvalidUtf8(path, static_cast<std::uint32_t>(file.invalidLineIndex()));
+        return false;
+    case TextFile::STATUS::TOO_LARGE:
+        reportTooLarge(path, file.byteCount());
+        return false;
+    case TextFile::STATUS::READ:
+        break;
+    }
+    for (const sf::String& line : file.lines())
+        suspectsVisited_.emplace(trimWhitespace(line), false);
+    return true;
+}
+
+bool SceneManager::loadStoryFile(std::string path)
+{
+    const TextFile file = TextFile::load(path);
+    if (file.status() == TextFile::STATUS::CANNOT_OPEN)
+        return false;
+    if (file.status() == TextFile::STATUS::INVALID_UTF8) {
+        reportInvalidUtf8(path, countedLineNumber(file.lines(), file.invalidLineIndex()));
+        return false;
+    }
+    if (file.status() == TextFile::STATUS::TOO_LARGE) {
+        reportTooLarge(path, file.byteCount());
+        return false;
+    }
+
+    std::vector<const sf::String*> block;
+    std::uint32_t counter = 0;
+    bool firstSceneStarted = false;
+    for (const sf::String& line : file.lines()) {
+        if (isComment(line))
+            continue;
+        const bool opensScene = containsToken(line, TOKEN_SCENE);
+        if (!firstSceneStarted) {
+            // Text before the first scene is allowed and dropped, but its lines count.
+            if (opensScene) {
+                firstSceneStarted = true;
+                block.push_back(&line);
+            }
+        } else if (opensScene) {
+            const std::uint32_t firstLine = counter - static_cast<std::uint32_t>(block.size());
+            if (!parseBlock(block, firstLine, path)) {
+                ryn::console::writeLine(L"ERROR : couldn't deserialize scene starting at line "
+                                        + std::to_wstring(firstLine));
+                return false;
+            }
+            block.clear();
+            block.push_back(&line);
+        } else {
+            block.push_back(&line);
+        }
+        ++counter;
+    }
+
+    if (block.empty()) {
+        ryn::console::writeLine("ERROR : no scene found in file " + path
+                                + ". A story file must hold at least one SCENE line.");
+        return false;
+    }
+    if (!parseBlock(block, counter - static_cast<std::uint32_t>(block.size()), path)) {
+        ryn::console::writeLine(L"ERROR : couldn't deserialize scene ending at line "
+                                + std::to_wstring(counter));
+        return false;
+    }
+    scenes_.emplace(gameOverName(), makeGameOverScene());
+    scenes_.emplace(endName(), makeEndScene());
+    return true;
+}
+
+bool SceneManager::parseBlock(const std::vector<const sf::String*>& block, std::uint32_t firstLine,
+                              const std::string& path)
+{
+    // The scene is read straight into a map node and the node moved in: sf::String cannot be
+    // moved, so copying a whole scene into the map would deep-copy all of its text.
+    std::map<sf::String, Scene> nursery;
+    auto node = nursery.extract(nursery.try_emplace(sf::String()).first);
+    Scene& scene = node.mapped();
+    if (!scene.deserialize(block, firstLine))
+        return false;
+    node.key() = scene.name;
+    const auto stored = scenes_.insert(std::move(node));
+    const Scene& kept = stored.inserted ? stored.position->second : stored.node.mapped();
+    if (stored.inserted)
+        origins_.emplace(kept.name, SceneOrigin{path, firstLine});
+    else
+        skippedScenes_.push_back(SkippedScene{kept.name, SceneOrigin{path, firstLine}});
+    return true;
+}
+
+void SceneManager::applyChoice(std::int32_t choiceNb)
+{
+    const Scene& current = scenes_[currentScene_];
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wsign-compare" // choiceNb is known to be positive there
+    RYN_ASSERT(!current.choices.empty() && (choiceNb >= 0 ) && (choiceNb < current.choices.size()));
+    const bool inRange = choiceNb >= 0 && choiceNb < current.choices.size();
+#pragma GCC diagnostic pop
+    if (!inRange)
+        return;
+    const Choice& choice = current.choices[static_cast<std::size_t>(choiceNb)];
+
+    if (currentScene_ == hubName() && containsToken(choice.nextSceneName, SUSPECT_BEGIN_SUFFIX))
+        markSuspectVisited(choice.nextSceneName);
+
+    RYN_ASSERT(choiceAppliedCallback_);
+    if (choiceAppliedCallback_)
+        choiceAppliedCallback_(choice);
+
+    currentScene_ = choice.nextSceneName;
+    if (isSpecialSceneName(currentScene_)) {
+        composeSpecialScene();
+        return;
+    }
+    RYN_ASSERT(scenes_.find(currentScene_) != scenes_.end());
+    if (scenes_.find(currentScene_) != scenes_.end())
+        playCurrentScene();
+}
+
+void SceneManager::markSuspectVisited(const sf::String& suspectBeginScene)
+{
+    const std::size_t found = suspectBeginScene.find(SUSPECT_BEGIN_SUFFIX);
+    const long pos = found == sf::String::InvalidPos ? -1 : static_cast<long>(found);
+    RYN_ASSERT(pos != -1);
+    if (pos == -1)
+        return;
+    const sf::String name = suspectBeginScene.substring(0, found);
+    RYN_ASSERT(suspectsVisited_.find(name) != suspectsVisited_.end());
+    const auto suspect = suspectsVisited_.find(name);
+    if (suspect != suspectsVisited_.end())
+        suspect->second = true;
+}
+
+void SceneManager::playCurrentScene()
+{
+    // Only a story that skipped checkPlayability can forward in a circle; stop rather than hang.
+    for (std::size_t shown = 0;; ++shown) {
+        if (!RYN_CHECK(shown <= scenes_.size()))
+            return;
+        const Scene& scene = scenes_[currentScene_];
+        RYN_ASSERT(newSceneCallback_);
+        if (!newSceneCallback_)
+            return;
+        newSceneCallback_(scene);
+        if (!scene.choices.empty())
+            return;
+        currentScene_ = scene.forward;
+        if (isSpecialSceneName(currentScene_)) {
+            composeSpecialScene();
+            return;
+        }
+        RYN_ASSERT(scenes_.find(currentScene_) != scenes_.end());
+        if (scenes_.find(currentScene_) == scenes_.end())
+            return;
+    }
+}
+
+void SceneManager::composeSpecialScene()
+{
+    RYN_ASSERT(isSpecialSceneName(currentScene_));
+    if (!isSpecialSceneName(currentScene_))
+        return;
+    Scene& scene = scenes_[currentScene_];
+    if (currentScene_ == hubName()) {
+        composeHub(scene, suspectsVisited_, !firstHubPending_);
+        firstHubPending_ = false;
+    } else if (currentScene_ == gameOverName()) {
+        if (owner_)
+            owner_->onGameOver();
+    } else if (currentScene_ == arrestName()) {
+        composeArrest(scene, suspectsVisited_);
+    }
+    RYN_ASSERT(newSceneCallback_);
+    if (newSceneCallback_)
+        newSceneCallback_(scene);
+}
+
+const Scene& SceneManager::getCurrentScene() const
+{
+    RYN_ASSERT(scenes_.find(currentScene_) != scenes_.end());
+    const auto found = scenes_.find(currentScene_);
+    if (found != scenes_.end())
+        return found->second;
+    static const Scene noScene;
+    return noScene;
+}
+
+bool SceneManager::checkLinks() const
+{
+    bool allFound = true;
+    const auto leadsSomewhere = [this](const sf::String& target) {
+        return isSpecialSceneName(target) || scenes_.count(target) > 0;
+    };
+    for (const auto& [key, scene] : scenes_) {
+        if (!scene.forward.isEmpty() && !leadsSomewhere(scene.forward)) {
+            ryn::console::writeLine(L"ERROR : Scene " + quoted(key) + L" forwards to non-existing scene "
+                                    + quoted(scene.forward) + L".");
+            allFound = false;
+        }
+        for (std::size_t index = 0; index < scene.choices.size(); ++index) {
+            const sf::String& target = scene.choices[index].nextSceneName;
+            if (!leadsSomewhere(target)) {
+                ryn::console::writeLine(L"ERROR : Scene " + quoted(key) + L" choice " + decimal(index)
+                                        + L" points to non-existing scene " + quoted(target) + L".");
+                allFound = false;
+            }
+        }
+    }
+    return allFound;
+}
+
+bool SceneManager::checkPlayability() const
+{
+    const bool startFound = checkStartScene();
+    const bool suspectsPlayable = checkSuspectScenes();
+    const bool forwardsEnd = checkForwardCycles();
+    return startFound && suspectsPlayable && forwardsEnd;
+}
+
+bool SceneManager::checkStartScene() const
+{
+    if (scenes_.count(START_SCENE_NAME) > 0)
+        return true;
+    ryn::console::writeLine(L"ERROR : No scene named " + quoted(START_SCENE_NAME)
+                            + L" was found. The story starts with that scene.");
+    return false;
+}
+
+bool SceneManager::canReachHub() const
+{
+    const auto leadsToHub = [](const sf::String& target) { return target == hubName() || target == arrestName(); };
+    for (const auto& entry : scenes_) {
+        const Scene& scene = entry.second;
+        if (leadsToHub(scene.forward))
+            return true;
+        for (const Choice& choice : scene.choices) {
+            if (leadsToHub(choice.nextSceneName))
+                return true;
+        }
+    }
+    return false;
+}
+
+bool SceneManager::checkSuspectScenes() const
+{
+    // Suspects are only ever offered by the hub (the arrest scene leads back to it).
+    if (!canReachHub())
+        return true;
+    bool playable = true;
+    for (const auto& suspect : suspectsVisited_) {
+        const sf::String& name = suspect.first;
+        if (containsToken(name, SUSPECT_BEGIN_SUFFIX)) {
+            ryn::console::writeLine(L"ERROR : Suspect " + quoted(name) + L" has "
+                                    + quoted(SUSPECT_BEGIN_SUFFIX)
+                                    + L" in its name, so the hub can't tell which suspect is picked.");
+            playable = false;
+        }
+        for (const sf::String& suffix : {SUSPECT_BEGIN_SUFFIX, SUSPECT_ARREST_SUFFIX}) {
+            if (scenes_.count(name + suffix) == 0) {
+                ryn::console::writeLine(L"ERROR : Suspect " + quoted(name) + L" has no scene "
+                                        + quoted(name + suffix) + L".");
+                playable = false;
+            }
+        }
+    }
+    return playable;
+}
+
+bool SceneManager::chainsWithoutChoice(const Scene& scene) const
+{
+    return scene.choices.empty() && !scene.forward.isEmpty() && !isSpecialSceneName(scene.forward)
+           && scenes_.count(scene.forward) > 0;
+}
+
+bool SceneManager::checkForwardCycles() const
+{
+    // Each scene without choices has one successor, so every walk ends at a scene with choices,
+    // at a special scene, or in a cycle; each cycle is reported once, from where it is entered.
+    std::set<sf::String> done;
+    bool noCycle = true;
+    for (const auto& entry : scenes_) {
+        if (!chainsWithoutChoice(entry.second))
+            continue;
+        std::vector<sf::String> path;
+        std::set<sf::String> onPath;
+        sf::String name = entry.first;
+        while (done.count(name) == 0 && onPath.count(name) == 0 && chainsWithoutChoice(scenes_.at(name))) {
+            path.push_back(name);
+            onPath.insert(name);
+            name = scenes_.at(name).forward;
+        }
+        if (onPath.count(name) > 0) {
+            sf::String cycle;
+            for (auto step = std::find(path.begin(), path.end(), name); step != path.end(); ++step)
+                cycle += quoted(*step) + L" -> ";
+            ryn::console::writeLine(L"ERROR : Scenes " + cycle + quoted(name)
+                                    + L" forward to one another without any choice, so play would "
+                                      L"never stop.");
+            noCycle = false;
+        }
+        done.insert(path.begin(), path.end());
+        done.insert(entry.first);
+    }
+    return noCycle;
+}
+
+const SceneManager::SceneOrigin* SceneManager::findOrigin(const sf::String& sceneName) const
+{
+    const auto found = origins_.find(sceneName);
+    return found == origins_.end() ? nullptr : &found->second;
+}
+
+bool SceneManager::isSpecialSceneName(const sf::String& name)
+{
+    return orane::isSpecialSceneName(name);
+}
+
+} // namespace orane

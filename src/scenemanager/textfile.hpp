@@ -1,0 +1,55 @@
+#pragma once
+
+#include <SFML/System/String.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace orane
+{
+
+/// The lines of a UTF-8 text file, decoded strictly so that a bad byte is found and reported
+/// rather than silently ending the text there.
+class TextFile
+{
+public:
+    enum class STATUS
+    {
+        READ,
+        CANNOT_OPEN,
+        INVALID_UTF8,
+        TOO_LARGE,
+    };
+
+    /// Far beyond any story (a whole novel), yet small enough that the notebook can still lay
+    /// out a scene that holds all of it: a larger file is refused unread.
+    static constexpr std::uintmax_t MAX_BYTES = 1024 * 1024;
+
+    /// Reads and decodes the file at `path`; TOO_LARGE, with no lines, beyond MAX_BYTES.
+    /// A folder, a path holding a NUL and a failed read are CANNOT_OPEN.
+    static TextFile load(const std::string& path);
+
+    /// Decodes `bytes`: lines end at line feeds, a carriage return before a line feed (or at the
+    /// very end) is dropped, and a last line feed does not start an empty line. A byte-order mark
+    /// is kept as U+FEFF. Overlong forms, surrogates, values beyond U+10FFFF and cut sequences
+    /// are invalid.
+    static TextFile decode(const std::string& bytes);
+
+    STATUS status() const { return status_; }
+    /// Every line when READ; the lines before the first invalid one when INVALID_UTF8.
+    const std::vector<sf::String>& lines() const { return lines_; }
+    /// 0-based index, in the file, of the line that holds the first invalid byte.
+    std::size_t invalidLineIndex() const { return invalidLineIndex_; }
+    /// The file's size when TOO_LARGE.
+    std::uintmax_t byteCount() const { return byteCount_; }
+
+private:
+    STATUS status_ = STATUS::READ;
+    std::vector<sf::String> lines_;
+    std::size_t invalidLineIndex_ = 0;
+    std::uintmax_t byteCount_ = 0;
+};
+
+} // namespace orane

@@ -1,0 +1,64 @@
+#include "pagemeasure.hpp"
+
+#include <gtest/gtest.h>
+
+#include <SFML/Graphics/Text.hpp>
+
+namespace
+{
+
+class PageMeasureTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(measure_.loadFonts({std::string(ORANE_BINARY_DIR) + "/resources/fonts/"})) << measure_.error();
+    }
+
+    orane::PageMeasure measure_;
+};
+
+TEST_F(PageMeasureTest, TheWritingAreaIsThePageLessItsPadding)
+{
+    EXPECT_EQ(measure_.writingArea(), sf::Vector2f(360.f, 600.f));
+}
+
+TEST_F(PageMeasureTest, BrokenLinesFitTheColumnAndTheTextGrowsDownwards)
+{
+    const sf::String sentence = L"Il pleuvait sur les quais et la lanterne du passeur tremblait dans le brouillard. ";
+    const sf::String broken = measure_.brokenText(sentence + sentence, orane::PageWriter::ORANE);
+    EXPECT_NE(broken.find(L"\n"), sf::String::InvalidPos);
+
+    const float once = measure_.textBottom(sentence, orane::PageWriter::ORANE);
+    const float twice = measure_.textBottom(sentence + sentence, orane::PageWriter::ORANE);
+    EXPECT_GT(once, 0.f);
+    EXPECT_GT(twice, once);
+    EXPECT_EQ(measure_.textBottom(L"", orane::PageWriter::NATHAN), 0.f);
+}
+
+TEST_F(PageMeasureTest, AnAnswerGoesOnItsOwnLineUnlessThePageIsEmpty)
+{
+    EXPECT_EQ(measure_.withAnswer(L"", L"Je pars.\n"), sf::String(L"Je pars.\n"));
+    EXPECT_EQ(measure_.withAnswer(L"Bonsoir.\n", L"Je pars.\n"), sf::String(L"Bonsoir.\n\nJe pars.\n"));
+}
+
+TEST_F(PageMeasureTest, ButtonsStandFortyPixelsApartUnderTheText)
+{
+    const sf::String text = L"Bonsoir.\n";
+    const float one = measure_.buttonsBottom(text, {L" Partir"});
+    const float three = measure_.buttonsBottom(text, {L" Partir", L" Partir", L" Partir"});
+    EXPECT_FLOAT_EQ(three - one, 80.f);
+    EXPECT_GT(one, measure_.textBottom(text, orane::PageWriter::NATHAN));
+    EXPECT_EQ(measure_.buttonsBottom(text, {}), measure_.textBottom(text, orane::PageWriter::NATHAN));
+}
+
+TEST_F(PageMeasureTest, AButtonIsItsLabelWithAMarginOnEachSide)
+{
+    const float shortButton = measure_.buttonWidth(L" Oui");
+    const float longButton = measure_.buttonWidth(L" Oui, je descends tout de suite à la cave avec vous");
+    EXPECT_GT(shortButton, 10.f);
+    EXPECT_GT(longButton, shortButton);
+    EXPECT_GT(longButton, measure_.writingArea().x);
+}
+
+} // namespace

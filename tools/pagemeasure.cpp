@@ -1,0 +1,151 @@
+#include "pagemeasure.hpp"
+
+#include "book/book.hpp"
+#include "stategame.hpp"
+
+#include <ryn/core/console.hpp>
+#include <ryn/gui/shapeshifter.hpp>
+
+#include <fstream>
+
+namespace orane
+{
+namespace
+{
+
+// The notebook's writer texts and the game's choice buttons are set this way.
+constexpr unsigned int WRITER_CHARACTER_SIZE = 20;
+constexpr unsigned int LABEL_SIZE = 20;
+constexpr float LABEL_MARGIN = 5.f;
+constexpr float FRAME_THICKNESS = 1.f;
+
+const char* const FONT_FILE_NAMES[2] = {"orane.ttf", "nathan.ttf"};
+/// What the build copies under those names, for a tool run outside a build folder.
+const char* const DEBIAN_FONT_FILES[2] = {
+    "/usr/share/fonts/opentype/dancingscript/DancingScript-Regular.otf",
+    "/usr/share/fonts/opentype/kaushanscript/KaushanScript-Regular.otf"};
+
+bool isReadable(const std::string& path)
+{
+    return static_cast<bool>(std::ifstream(path));
+}
+
+/// The notebook's geometry, read from a notebook that loads nothing.
+const Book& notebook()
+{
+    static const Book book;
+    return book;
+}
+
+/// The game's choice button: a framed label in Nathan's hand, the frame fitted around it.
+void dressAsChoiceButton(ryn::ShapeShifter& button, const sf::Font& font, const sf::String& label)
+{
+    button.text()->setCharacterSize(LABEL_SIZE);
+    button.setMode(ryn::ShapeShifter::FIT_SHAPE);
+    button.setTextAlignment(ryn::ShapeShifter::Alignment::LEFT);
+    button.setAlignment(ryn::ShapeShifter::Alignment::LEFT);
+    button.setMargin(LABEL_MARGIN, LABEL_MARGIN);
+    button.text()->setFont(font);
+    button.shape()->setOutlineThickness(FRAME_THICKNESS);
+    button.setString(ryn::console::toUtf8(label.toWideString()));
+}
+
+} // namespace
+
+std::vector<std::string> PageMeasure::fontDirectories(const std::string& executableDirectory)
+{
+    std::vector<std::string> directories{"resources/fonts/"};
+    if (!executableDirectory.empty())
+        directories.push_back(executableDirectory + "/resources/fonts/");
+    return directories;
+}
+
+bool PageMeasure::loadFonts(const std::vector<std::string>& directories)
+{
+    for (std::size_t writer = 0; writer < 2; ++writer) {
+        std::string path = DEBIAN_FONT_FILES[writer];
+        for (const std::string& directory : directories) {
+            if (isReadable(directory + FONT_FILE_NAMES[writer])) {
+                path = directory + FONT_FILE_NAMES[writer];
+                break;
+            }
+        }
+        if (!isReadable(path) || !fonts_[writer].loadFromFile(path)) {
+            error_ = std::string("cannot read the font ") + FONT_FILE_NAMES[writer] + " (looked in resources/fonts/ and at " + path + ")";
+            return false;
+        }
+        fontPaths_[writer] = path;
+    }
+    writerTexts_.resize(2);
+    for (std::size_t writer = 0; writer < 2; ++writer) {
+        writerTexts_[writer].setFont(fonts_[writer]);
+        writerTexts_[writer].setCharacterSize(WRITER_CHARACTER_SIZE);
+    }
+    return true;
+}
+
+sf::Vector2f PageMeasure::writingArea() const
+{
+    const sf::Vector2f page = notebook().getPageSize();
+    const sf::Vector2f padding = notebook().getTextPadding();
+    return {page.x - 2.f * padding.x, page.y - 2.f * padding.y};
+}
+
+sf::String PageMeasure::brokenText(const sf::String& text, PageWriter writer)
+{
+    Page page{text, writer};
+    Book::wrapText(page, writerTexts_, notebook().getPageSize(), notebook().getTextPadding());
+    return page.text;
+}
+
+float PageMeasure::textBottom(const sf::String& text, PageWriter writer)
+{
+    if (text.isEmpty())
+        return 0.f;
+    sf::Text& measured = writerText(writer);
+    measured.setString(brokenText(text, writer));
+    const sf::FloatRect bounds = measured.getLocalBounds();
+    return bounds.top + bounds.height;
+}
+
+sf::String PageMeasure::withAnswer(const sf::String& nathanText, const sf::String& longDescription)
+{
+    // As the notebook appends a taken answer: on its own line, then the page broken again.
+    const sf::String page = brokenText(nathanText, PageWriter::NATHAN);
+    return page.isEmpty() ? longDescription : page + sf::String(L"\n") + longDescription;
+}
+
+float PageMeasure::buttonWidth(const sf::String& label)
+{
+    ryn::ShapeShifter button(ryn::ShapeShifter::TEXT | ryn::ShapeShifter::SHAPE, ryn::ShapeShifter::RECTANGLE);
+    dressAsChoiceButton(button, fonts_[static_cast<std::size_t>(PageWriter::NATHAN)], label);
+    const sf::FloatRect bounds = button.bounds({0.f, 0.f});
+    return bounds.left + bounds.width;
+}
+
+float PageMeasure::buttonsBottom(const sf::String& pageText, const std::vector<sf::String>& labels)
+{
+    const sf::String broken = brokenText(pageText, PageWriter::NATHAN);
+    if (labels.empty())
+        return textBottom(broken, PageWriter::NATHAN);
+    ryn::ShapeShifter button(ryn::ShapeShifter::TEXT | ryn::ShapeShifter::SHAPE, ryn::ShapeShifter::RECTANGLE);
+    dressAsChoiceButton(button, fonts_[static_cast<std::size_t>(PageWriter::NATHAN)], labels.back());
+    const float lastTop = textHeight(broken, PageWriter::NATHAN)
+                          + StateGame::CHOICE_SPACING * static_cast<float>(labels.size() - 1);
+    const sf::FloatRect bounds = button.bounds({0.f, lastTop});
+    return bounds.top + bounds.height;
+}
+
+sf::Text& PageMeasure::writerText(PageWriter writer)
+{
+    return writerTexts_[static_cast<std::size_t>(writer)];
+}
+
+float PageMeasure::textHeight(const sf::String& brokenPageText, PageWriter writer)
+{
+    sf::Text measured = writerText(writer);
+    measured.setString(brokenPageText);
+    return measured.getGlobalBounds().height;
+}
+
+} // namespace orane

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "book/page.hpp"
+
+#include <SFML/Graphics/Font.hpp>
+#include <SFML/Graphics/Text.hpp>
+#include <SFML/System/String.hpp>
+#include <SFML/System/Vector2.hpp>
+
+#include <string>
+#include <vector>
+
+namespace orane
+{
+
+/// Measures pages and choice buttons as the game sets them: the notebook's geometry, the two
+/// handwriting fonts at the notebook's size, the notebook's own line breaker and a choice button
+/// built the way the game builds one. Glyphs are rendered into textures, so an OpenGL context
+/// (and under X11 a display) must be available.
+class PageMeasure
+{
+public:
+    /// Where the fonts are looked for, in order: "resources/fonts/" under the working directory,
+    /// the same beside `executableDirectory`, then the files of Debian's font packages.
+    static std::vector<std::string> fontDirectories(const std::string& executableDirectory);
+
+    /// Loads "orane.ttf" and "nathan.ttf" from the first directory that holds them (Debian's
+    /// own font files when none does). False, with the reason in error(), when one is missing.
+    bool loadFonts(const std::vector<std::string>& directories);
+    const std::string& error() const { return error_; }
+    /// The files the fonts were read from.
+    const std::string& oraneFontPath() const { return fontPaths_[0]; }
+    const std::string& nathanFontPath() const { return fontPaths_[1]; }
+
+    /// Width and height of the space a page gives its writer (the page less its padding).
+    sf::Vector2f writingArea() const;
+
+    /// `text` broken into lines as the notebook breaks it on `writer`'s page.
+    sf::String brokenText(const sf::String& text, PageWriter writer);
+    /// How far below the top of the writing area the broken text reaches.
+    float textBottom(const sf::String& text, PageWriter writer);
+    /// Nathan's page once the answer `longDescription` has been written under `nathanText`.
+    sf::String withAnswer(const sf::String& nathanText, const sf::String& longDescription);
+
+    /// How far right of the text column's left edge the button of `label` reaches.
+    float buttonWidth(const sf::String& label);
+    /// How far below the top of the writing area the last of the buttons of `labels` reaches
+    /// when they are laid under `pageText` on Nathan's page; the text's bottom when there is none.
+    float buttonsBottom(const sf::String& pageText, const std::vector<sf::String>& labels);
+
+private:
+    sf::Text& writerText(PageWriter writer);
+    /// What the play state takes for the height of the last page's text.
+    float textHeight(const sf::String& brokenPageText, PageWriter writer);
+
+    sf::Font fonts_[2];
+    std::string fontPaths_[2];
+    std::vector<sf::Text> writerTexts_;
+    std::string error_;
+};
+
+} // namespace orane

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "loadedstory.hpp"
+#include "pagemeasure.hpp"
+#include "sourceplaces.hpp"
+
+#include <cstddef>
+#include <string>
+
+namespace orane
+{
+
+/// `orane-story check`: everything the game reports when it loads the story, each line led by
+/// the place it concerns, then what the game does not see: scenes no path reaches, scenes from
+/// which no ending can be reached, suspect names that cannot name a file, scenes defined twice,
+/// pages that overflow and choice labels wider than Nathan's column. A one-line summary ends it.
+class StoryChecker
+{
+public:
+    /// `measure` may be null (no display, no fonts): pages are then not measured, and
+    /// `unmeasuredReason` says why.
+    StoryChecker(const LoadedStory& story, PageMeasure* measure, std::string unmeasuredReason = {});
+
+    /// Prints the report on the console; answers the exit status: 0 without errors, 1 with.
+    int run();
+
+    std::size_t errorCount() const { return errors_; }
+    std::size_t warningCount() const { return warnings_; }
+
+private:
+    void reportGameChecks();
+    void reportGameLines(const std::vector<std::string>& lines, const std::string& file);
+    void reportFileThatCannotOpen(const LoadedStory::FileReport& file);
+    void reportFilesTheGameNeverRead();
+    void checkSuspectNames();
+    void checkDuplicates();
+    void checkReachability();
+    void checkPages();
+    void checkScenePages(const Scene& scene, const std::string& place, const std::string& suspectsPlace);
+    void checkComposedPages();
+
+    std::string placeOfGameLine(const std::string& line, const std::string& file);
+    std::string scenePlace(const sf::String& sceneName);
+    std::string choicePlaceOf(const sf::String& sceneName, std::size_t choiceIndex);
+    void warning(const std::string& place, const std::string& message);
+    void note(const std::string& message);
+
+    const LoadedStory& story_;
+    PageMeasure* measure_ = nullptr;
+    std::string unmeasuredReason_;
+    SourcePlaces places_;
+    std::size_t errors_ = 0;
+    std::size_t warnings_ = 0;
+};
+
+} // namespace orane

@@ -1,0 +1,251 @@
+#include "storycommands.hpp"
+
+#include "loadedstory.hpp"
+#include "pagemeasure.hpp"
+#include "storychecker.hpp"
+#include "storymap.hpp"
+#include "storywalker.hpp"
+#include "terminalplayer.hpp"
+#include "tooltext.hpp"
+#include "virtualdisplay.hpp"
+
+#include <ryn/core/assert.hpp>
+#include <ryn/core/console.hpp>
+
+#include <unistd.h>
+
+#include <climits>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace orane
+{
+namespace
+{
+
+constexpr int EXIT_USAGE = 2;
+
+const char* const USAGE =
+    "usage: orane-story COMMAND DIR [options]\n"
+    "  check DIR                      what the game reports on loading DIR, then warnings\n"
+    "  walk DIR                       explore every state play can reach\n"
+    "  walk DIR --random N --seed S   N random playthroughs, the same for the same seed\n"
+    "  graph DIR [-o FILE]            the story map: DOT on standard output, or FILE\n"
+    "                                 (.dot, or .svg / .png drawn by Graphviz's dot)\n"
+    "  play DIR                       play in the terminal; end of input ends the game\n"
+    "DIR is a stories directory such as resources/stories.";
+
+std::string executablePath()
+{
+    char buffer[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", buffer, sizeof(buffer) - 1);
+    return length > 0 ? std::string(buffer, static_cast<std::size_t>(length)) : std::string();
+}
+
+std::string executableDirectory()
+{
+    const std::string path = executablePath();
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? std::string() : path.substr(0, slash);
+}
+
+int check(const std::string& directory)
+{
+    const LoadedStory story(directory);
+    VirtualDisplay display;
+    PageMeasure measure;
+    std::string reason;
+    bool measured = false;
+    if (!display.ensure())
+        reason = display.error();
+    else if (!measure.loadFonts(PageMeasure::fontDirectories(executableDirectory())))
+        reason = measure.error();
+    else
+        measured = true;
+    StoryChecker checker(story, measured ? &measure : nullptr, reason);
+    return checker.run();
+}
+
+std::string labels(const std::vector<sf::String>& path)
+{
+    std::string text;
+    for (const sf::String& label : path)
+        text += (text.empty() ? "" : " > ") + quoted(oneLine(label));
+    return text.empty() ? "(no choice)" : text;
+}
+
+std::string describe(const StoryWalker::State& state, const std::vector<sf::String>& suspects)
+{
+    std::string visited;
+    for (std::size_t index = 0; index < suspects.size(); ++index) {
+        if (state.suspectsVisited[index])
+            visited += (visited.empty() ? "" : ", ") + utf8(suspects[index]);
+    }
+    return "at " + quoted(state.scene) + ", suspects investigated: " + (visited.empty() ? "none" : visited)
+           + (state.firstHubPending ? ", hub not yet seen" : "");
+}
+
+bool storyLoads(const StoryWalker& walker, const std::string& directory)
+{
+    if (walker.loads())
+        return true;
+    for (const std::string& line : walker.loadReport())
+        ryn::console::writeLine(line);
+    ryn::console::writeLine("The story does not load; orane-story check " + directory + " tells where.");
+    return false;
+}
+
+int walk(const std::string& directory)
+{
+    const StoryWalker walker(directory);
+    if (!storyLoads(walker, directory))
+        return 1;
+    const StoryWalker::Exploration found = walker.explore();
+    ryn::console::writeLine("states: " + std::to_string(found.states) + ", choices taken: " + std::to_string(found.choicesTaken));
+    for (const sf::String& ending : {SPECIAL_SCENE_NAMES[0], SPECIAL_SCENE_NAMES[1]}) {
+        const auto paths = found.shortestPaths.find(ending);
+        if (paths == found.shortestPaths.end()) {
+            ryn::console::writeLine("ending " + quoted(ending) + ": never reached");
+            continue;
+        }
+        ryn::console::writeLine("ending " + quoted(ending) + ": reached in " + std::to_string(found.endings.at(ending))
+                                + " states; shortest path, " + std::to_string(paths->second.size()) + " choices: "
+                                + labels(paths->second));
+    }
+    const std::vector<sf::String> suspects = walker.suspects();
+    for (const auto& [state, path] : found.stuck)
+        ryn::console::writeLine("error: no ending can be reached " + describe(state, suspects) + "; reached by "
+                                + labels(path));
+    const SceneManager& story = walker.started();
+    for (const StoryWalker::ChoiceRef& choice : walker.untakenChoices(found)) {
+        const Scene& scene = story.scenes().at(choice.scene);
+        const SceneManager::SceneOrigin* origin = story.findOrigin(choice.scene);
+        ryn::console::writeLine("warning: choice " + std::to_string(choice.index) + " of scene " + quoted(choice.scene)
+                                + " (" + origin->file + ", scene at line " + std::to_string(origin->line) + "), "
+                                + quoted(oneLine(scene.choices[choice.index].briefDescription)) + ", is never taken");
+    }
+    const bool endReached = found.shortestPaths.count(SPECIAL_SCENE_NAMES[0]) > 0;
+    const bool sound = endReached && found.stuck.empty();
+    ryn::console::writeLine(std::string("orane-story walk: ") + (sound ? "every state can end and \"end\" is reachable"
+                            : !endReached ? "\"end\" is never reached" : std::to_string(found.stuck.size()) + " states cannot end"));
+    return sound ? 0 : 1;
+}
+
+int walkRandomly(const std::string& directory, std::size_t count, std::uint64_t seed)
+{
+    const StoryWalker walker(directory);
+    if (!storyLoads(walker, directory))
+        return 1;
+    const StoryWalker::RandomPlay play = walker.playRandomly(count, seed);
+    ryn::console::writeLine(std::to_string(count) + " random playthroughs, seed " + std::to_string(seed) + ":");
+    for (const auto& [ending, times] : play.endings)
+        ryn::console::writeLine("  ended at " + quoted(ending) + ": " + std::to_string(times));
+    ryn::console::writeLine("  stuck without a choice: " + std::to_string(play.stuck)
+                            + ", still going after 10000 choices: " + std::to_string(play.unfinished));
+    if (count > 0)
+        ryn::console::writeLine("  choices per playthrough: fewest " + std::to_string(play.fewestChoices) + ", mean "
+                                + std::to_string(play.totalChoices / count) + ", most " + std::to_string(play.mostChoices));
+    ryn::console::writeLine("visits per scene:");
+    std::vector<std::pair<std::size_t, sf::String>> byVisits;
+    for (const auto& [scene, visits] : play.visits)
+        byVisits.emplace_back(visits, scene);
+    std::stable_sort(byVisits.begin(), byVisits.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
+    for (const auto& [visits, scene] : byVisits) {
+        std::string number = std::to_string(visits);
+        number.insert(0, number.size() < 8 ? 8 - number.size() : 0, ' ');
+        ryn::console::writeLine(number + "  " + utf8(scene));
+    }
+    const bool allEnded = play.stuck == 0 && play.unfinished == 0;
+    ryn::console::writeLine(std::string("orane-story walk: ") + (allEnded ? "every playthrough reached an ending"
+                            : std::to_string(play.stuck + play.unfinished) + " playthroughs did not end"));
+    return allEnded ? 0 : 1;
+}
+
+bool endsWith(const std::string& text, const std::string& suffix)
+{
+    return text.size() >= suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
+}
+
+int graph(const std::string& directory, const std::string& output)
+{
+    const LoadedStory story(directory);
+    const std::string dot = StoryMap(story).dot();
+    if (output.empty()) {
+        ryn::console::write(dot);
+        return 0;
+    }
+    if (endsWith(output, ".dot")) {
+        std::ofstream file(output);
+        file << dot;
+        return file ? 0 : 1;
+    }
+    const std::string format = endsWith(output, ".svg") ? "svg" : endsWith(output, ".png") ? "png" : "";
+    if (format.empty()) {
+        ryn::console::writeLine("graph: FILE must end in .dot, .svg or .png");
+        return EXIT_USAGE;
+    }
+    // The file name goes to dot as one quoted word.
+    std::string quotedOutput = "'";
+    for (char c : output)
+        quotedOutput += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    quotedOutput += "'";
+    FILE* pipe = popen(("dot -T" + format + " -o " + quotedOutput).c_str(), "w");
+    if (pipe == nullptr) {
+        ryn::console::writeLine("graph: cannot start Graphviz's dot");
+        return 1;
+    }
+    std::fwrite(dot.data(), 1, dot.size(), pipe);
+    if (pclose(pipe) != 0) {
+        ryn::console::writeLine("graph: Graphviz's dot failed (is the graphviz package installed?)");
+        return 1;
+    }
+    return 0;
+}
+
+bool readNumber(const char* text, std::uint64_t& number)
+{
+    try {
+        std::size_t used = 0;
+        number = std::stoull(text, &used);
+        return text[used] == '\0' && text[0] != '-';
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+} // namespace
+
+int runStoryCommand(int argc, char* argv[])
+{
+    // Faults of the story must end in a report, never in a debugger break.
+    ryn::setAssertHandler(ryn::reportOnlyAssertHandler);
+    if (argc < 3) {
+        ryn::console::writeLine(USAGE);
+        return EXIT_USAGE;
+    }
+    const std::string command = argv[1];
+    const std::string directory = argv[2];
+    if (command == "check" && argc == 3)
+        return check(directory);
+    if (command == "walk" && argc == 3)
+        return walk(directory);
+    std::uint64_t count = 0;
+    std::uint64_t seed = 0;
+    if (command == "walk" && argc == 7 && std::string(argv[3]) == "--random" && readNumber(argv[4], count)
+        && std::string(argv[5]) == "--seed" && readNumber(argv[6], seed))
+        return walkRandomly(directory, count, seed);
+    if (command == "graph" && argc == 3)
+        return graph(directory, {});
+    if (command == "graph" && argc == 5 && std::string(argv[3]) == "-o")
+        return graph(directory, argv[4]);
+    if (command == "play" && argc == 3)
+        return TerminalPlayer(std::cin).play(directory);
+    ryn::console::writeLine(USAGE);
+    return EXIT_USAGE;
+}
+
+} // namespace orane

@@ -1,0 +1,102 @@
+#include "storygraph.hpp"
+
+#include "scene/tokens.hpp"
+#include "scenemanager/specialscenes.hpp"
+
+#include <deque>
+
+namespace orane
+{
+namespace
+{
+
+const sf::String& endName() { return SPECIAL_SCENE_NAMES[0]; }
+const sf::String& gameOverName() { return SPECIAL_SCENE_NAMES[1]; }
+const sf::String& hubName() { return SPECIAL_SCENE_NAMES[2]; }
+const sf::String& arrestName() { return SPECIAL_SCENE_NAMES[3]; }
+
+/// Breadth-first closure of `start` along `links` (edge indices per scene), taking the edge's
+/// `next` end.
+template <typename Next>
+std::set<sf::String> closure(const std::vector<sf::String>& start,
+                             const std::map<sf::String, std::vector<std::size_t>>& links, Next next)
+{
+    std::set<sf::String> seen(start.begin(), start.end());
+    std::deque<sf::String> queue(start.begin(), start.end());
+    while (!queue.empty()) {
+        const sf::String name = queue.front();
+        queue.pop_front();
+        const auto found = links.find(name);
+        if (found == links.end())
+            continue;
+        for (std::size_t edge : found->second) {
+            const sf::String& other = next(edge);
+            if (seen.insert(other).second)
+                queue.push_back(other);
+        }
+    }
+    return seen;
+}
+
+} // namespace
+
+StoryGraph::StoryGraph(const std::map<sf::String, Scene>& scenes, const std::map<sf::String, bool>& suspects)
+{
+    for (const auto& entry : scenes)
+        nodes_.insert(entry.first);
+    for (const auto& [name, scene] : scenes) {
+        if (!scene.forward.isEmpty())
+            addEdge(Edge{name, scene.forward, Edge::KIND::FORWARD, {}, 0});
+        for (std::size_t index = 0; index < scene.choices.size(); ++index) {
+            const Choice& choice = scene.choices[index];
+            addEdge(Edge{name, choice.nextSceneName, Edge::KIND::CHOICE, choice.briefDescription, index});
+        }
+    }
+    composeSpecialEdges(suspects);
+}
+
+void StoryGraph::composeSpecialEdges(const std::map<sf::String, bool>& suspects)
+{
+    const bool hubReached = !incoming_[hubName()].empty() || !incoming_[arrestName()].empty();
+    if (!hubReached)
+        return;
+    nodes_.insert(hubName());
+    nodes_.insert(arrestName());
+    // The labels are the ones the game composes.
+    std::size_t index = 0;
+    for (const auto& suspect : suspects)
+        addEdge(Edge{hubName(), suspect.first + SUSPECT_BEGIN_SUFFIX, Edge::KIND::COMPOSED,
+                     L"le " + suspect.first, index++});
+    addEdge(Edge{hubName(), arrestName(), Edge::KIND::COMPOSED, L"Je pense avoir mon coupable.", index});
+    addEdge(Edge{arrestName(), hubName(), Edge::KIND::COMPOSED, L"Je ne sais pas encore.", 0});
+    index = 1;
+    for (const auto& suspect : suspects)
+        addEdge(Edge{arrestName(), suspect.first + SUSPECT_ARREST_SUFFIX, Edge::KIND::COMPOSED,
+                     L"le " + suspect.first, index++});
+}
+
+void StoryGraph::addEdge(Edge edge)
+{
+    outgoing_[edge.from].push_back(edges_.size());
+    incoming_[edge.to].push_back(edges_.size());
+    edges_.push_back(std::move(edge));
+}
+
+std::set<sf::String> StoryGraph::reachableFrom(const sf::String& start) const
+{
+    if (nodes_.count(start) == 0)
+        return {};
+    return closure({start}, outgoing_, [this](std::size_t edge) -> const sf::String& { return edges_[edge].to; });
+}
+
+std::set<sf::String> StoryGraph::reachingAnEnding() const
+{
+    std::vector<sf::String> endings;
+    for (const sf::String& ending : {endName(), gameOverName()}) {
+        if (nodes_.count(ending) > 0)
+            endings.push_back(ending);
+    }
+    return closure(endings, incoming_, [this](std::size_t edge) -> const sf::String& { return edges_[edge].from; });
+}
+
+} // namespace orane

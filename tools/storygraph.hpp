@@ -1,0 +1,61 @@
+#pragma once
+
+#include "scene/scene.hpp"
+
+#include <SFML/System/String.hpp>
+
+#include <map>
+#include <set>
+#include <vector>
+
+namespace orane
+{
+
+/// The story as a map of scenes and the ways from one to the next: FORWARD links, written
+/// choices, and what the hub and the arrest scene will offer (every suspect's "_begin" and
+/// "_arrest" scene, the arrest scene and the way back to the hub). Which suspects the hub
+/// offers at a given moment is left out: this is every way that some play could take.
+class StoryGraph
+{
+public:
+    struct Edge
+    {
+        enum class KIND
+        {
+            FORWARD,
+            CHOICE,   ///< written in a story file
+            COMPOSED, ///< offered by the hub or the arrest scene
+        };
+        sf::String from;
+        sf::String to;
+        KIND kind = KIND::CHOICE;
+        /// The choice's label; empty for a FORWARD link.
+        sf::String label;
+        /// Position in the scene's choices; 0 for a FORWARD link.
+        std::size_t choiceIndex = 0;
+    };
+
+    StoryGraph(const std::map<sf::String, Scene>& scenes, const std::map<sf::String, bool>& suspects);
+
+    /// Every scene stored, plus the hub and the arrest scene when something leads to them.
+    const std::set<sf::String>& scenes() const { return nodes_; }
+    const std::vector<Edge>& edges() const { return edges_; }
+    /// Edges that lead to a name that is neither stored nor special.
+    bool isBroken(const Edge& edge) const { return nodes_.count(edge.to) == 0; }
+
+    /// Every scene some path from `start` reaches, `start` included when it exists.
+    std::set<sf::String> reachableFrom(const sf::String& start) const;
+    /// Every scene from which some path reaches "end" or "game_over".
+    std::set<sf::String> reachingAnEnding() const;
+
+private:
+    void addEdge(Edge edge);
+    void composeSpecialEdges(const std::map<sf::String, bool>& suspects);
+
+    std::set<sf::String> nodes_;
+    std::vector<Edge> edges_;
+    std::map<sf::String, std::vector<std::size_t>> outgoing_;
+    std::map<sf::String, std::vector<std::size_t>> incoming_;
+};
+
+} // namespace orane
