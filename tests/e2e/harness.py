@@ -16,6 +16,7 @@ import time
 import zlib
 
 WINDOW_SIZE = (1600, 900)
+XVFB_SERVER_ARGS = "-screen 0 1920x1080x24 -noreset"
 
 # Notebook geometry in window pixels: left page from x 362 to 802, right page to 1242, y 176 to 856,
 # text inset by 40 pixels.
@@ -45,8 +46,10 @@ def check(condition, message):
 def run_under_own_display(arguments, marker):
     """Runs `arguments` (a command line) under a private Xvfb display and answers its status.
     The command must create the file `marker` once it runs: xvfb-run -a can lose a race for a
-    display number against a test running in parallel, and then it is tried again."""
-    command = ["xvfb-run", "-a", "-s", "-screen 0 1920x1080x24"] + arguments
+    display number against a test running in parallel, and then it is tried again.
+    Without -noreset the server resets whenever its last client leaves, say an xwininfo poll,
+    and a game that connects at that moment finds no display and aborts."""
+    command = ["xvfb-run", "-a", "-s", XVFB_SERVER_ARGS] + arguments
     for _ in range(4):
         if os.path.exists(marker):
             os.remove(marker)
@@ -244,8 +247,9 @@ class Game:
         deadline = time.monotonic() + timeout
         seen = "none"
         while time.monotonic() < deadline:
-            check(self.process.poll() is None,
-                  "the game ended before its window opened:\n" + self.console())
+            status = self.process.poll()
+            check(status is None, "the game ended with status %s before its window opened:\n%s\n"
+                  "error stream:\n%s" % (status, self.console(), self.errors()))
             for ident, width, height, x, y in top_level_windows():
                 if (width, height) == size:
                     seen = "%dx%d+%d+%d" % (width, height, x, y)

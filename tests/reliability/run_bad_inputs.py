@@ -13,7 +13,6 @@ import os
 import random
 import re
 import shutil
-import subprocess
 import sys
 import tempfile
 import time
@@ -314,22 +313,13 @@ GROUPS = {
 
 
 def run_outer(args):
-    """Starts this script again under a display of its own (retried when xvfb-run -a loses a
-    race for a display number against a test running in parallel)."""
-    command = ["xvfb-run", "-a", "-s", "-screen 0 1920x1080x24", sys.executable, os.path.abspath(__file__),
-               "--inner", "--game", os.path.abspath(args.game), "--resources", os.path.abspath(args.resources),
-               "--out", os.path.abspath(args.out), args.group]
+    """Starts this script again under a display of its own."""
     marker = os.path.join(args.out, args.group, ".display-started")
     os.makedirs(os.path.dirname(marker), exist_ok=True)
-    for _ in range(4):
-        if os.path.exists(marker):
-            os.remove(marker)
-        status = subprocess.run(command).returncode
-        if os.path.exists(marker):
-            return status
-        time.sleep(random.uniform(0.5, 2.0))
-    print("Xvfb could not be started")
-    return 1
+    return harness.run_under_own_display(
+        [sys.executable, os.path.abspath(__file__), "--inner", "--game", os.path.abspath(args.game),
+         "--resources", os.path.abspath(args.resources), "--out", os.path.abspath(args.out), args.group],
+        marker)
 
 
 def main():
