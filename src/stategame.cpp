@@ -48,9 +48,14 @@ void StateGame::draw(float, float)
     sinceLastDraw_.restart();
     book_.update();
     sf::RenderWindow& window = *ryn::components().graphics()->window();
-    // The desk is opaque and covers the window: no blending needed under it.
-    window.draw(background_, sf::BlendNone);
-    book_.draw(window);
+    const auto paintDeskAndSpread = [this](sf::RenderTarget& target) {
+        // The desk is opaque and covers the window: no blending needed under it.
+        target.draw(background_, sf::BlendNone);
+        book_.drawSpread(target);
+    };
+    if (!snapshot_.draw(window, book_.getSpreadRevision(), paintDeskAndSpread))
+        paintDeskAndSpread(window);
+    book_.drawTurn(window);
     window.draw(sceneGraph_);
 }
 

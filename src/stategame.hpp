@@ -5,6 +5,7 @@
 #include "book/book.hpp"
 #include "scenemanager/scenemanager.hpp"
 #include "scenemanager/scenemanagerowner.hpp"
+#include "spreadsnapshot.hpp"
 
 #include "ryn/core/abstractstate.hpp"
 #include "ryn/gui/scenegraph.hpp"
@@ -70,6 +71,7 @@ private:
     void applySelectedChoice();
 
     sf::Sprite background_;
+    SpreadSnapshot snapshot_;
     ryn::SceneGraph sceneGraph_;
     ryn::SceneNode* choicesNode_ = nullptr;
     std::int32_t selectedChoice_ = -1;

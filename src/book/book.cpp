@@ -106,6 +106,7 @@ void Book::addScene(const Scene& scene)
     wrapText(nathan, writerTexts_, pageSize_, textPadding_);
     pages_.push_back(orane);
     pages_.push_back(nathan);
+    pagesChanged();
 }
 
 void Book::appendChoice(const Choice& choice)
@@ -124,6 +125,13 @@ void Book::appendChoice(const Choice& choice)
         last.text += choice.longDescription;
     }
     wrapText(last, writerTexts_, pageSize_, textPadding_);
+    pagesChanged();
+}
+
+void Book::pagesChanged()
+{
+    ++textRevision_;
+    ++spreadRevision_;
 }
 
 void Book::wrapText(Page& page, std::vector<sf::Text>& writerTexts, sf::Vector2f pageSize,
@@ -220,6 +228,7 @@ void Book::finishMotion()
             currentPage_ += 2;
         else
             currentPage_ -= 2;
+        ++spreadRevision_;
         state_ = STATE::IDLE;
         if (onPageTurned_)
             onPageTurned_();
@@ -275,6 +284,7 @@ void Book::constrainTarget()
 void Book::setBloody()
 {
     bloody_ = true;
+    ++spreadRevision_;
 }
 
 bool Book::isOnLastSpread() const
@@ -554,25 +564,29 @@ void Book::setShaderUniforms(int height, float foldAngle, sf::Vector2f edgePoint
 
 void Book::draw(sf::RenderTarget& target)
 {
+    drawSpread(target);
+    drawTurn(target);
+}
+
+void Book::drawSpread(sf::RenderTarget& target)
+{
     if (pages_.size() < currentPage_ + 2u)
         return;
-
     const bool bloodySpread = bloody_ && currentPage_ == pages_.size() - 2;
-    drawPage(target, pages_[currentPage_], topLeft_, {}, 0.f, true, bloodySpread);
-    drawPage(target, pages_[currentPage_ + 1], topSpine_, {}, 0.f, false, bloodySpread);
-
-    if (state_ != STATE::IDLE)
-        drawTurn(target);
+    drawPage(target, currentPage_, topLeft_, {}, 0.f, true, bloodySpread);
+    drawPage(target, currentPage_ + 1, topSpine_, {}, 0.f, false, bloodySpread);
 }
 
 void Book::drawTurn(sf::RenderTarget& target)
 {
+    if (state_ == STATE::IDLE || pages_.size() < currentPage_ + 2u)
+        return;
     const bool forward = isForwardHook(hook_);
     if (forward ? currentPage_ + 4u > pages_.size() : currentPage_ < 2u)
         return;
 
-    const Page& revealed = forward ? pages_[currentPage_ + 3] : pages_[currentPage_ - 2];
-    const Page& back = forward ? pages_[currentPage_ + 2] : pages_[currentPage_ - 1];
+    const std::size_t revealed = forward ? currentPage_ + 3 : currentPage_ - 2;
+    const std::size_t back = forward ? currentPage_ + 2 : currentPage_ - 1;
     sf::Shader& backShader = forward ? outsideShader_ : insideShader_;
     sf::Shader& revealedShader = forward ? insideShader_ : outsideShader_;
 
@@ -586,8 +600,32 @@ void Book::drawTurn(sf::RenderTarget& target)
              &backShader);
 }
 
-void Book::drawPage(sf::RenderTarget& target, const Page& page, sf::Vector2f position, sf::Vector2f origin,
+void Book::drawPage(sf::RenderTarget& target, std::size_t pageIndex, sf::Vector2f position, sf::Vector2f origin,
                     float rotation, bool isLeftPage, bool isBloody, const sf::Shader* shader)
+{
+    const Page& page = pages_[pageIndex];
+    const sf::Vector2u size(static_cast<unsigned int>(pageSize_.x), static_cast<unsigned int>(pageSize_.y));
+    const PageCache::Key key{pageIndex, isLeftPage, isBloody, textRevision_};
+    const sf::Texture* composed = pageCache_.get(key, size, [&](sf::RenderTarget& pageTarget) {
+        drawPageLayers(pageTarget, page, {}, {}, 0.f, isLeftPage, isBloody, sf::RenderStates::Default);
+    });
+    if (composed == nullptr)
+    {
+        const sf::RenderStates states = shader != nullptr ? sf::RenderStates(shader) : sf::RenderStates::Default;
+        drawPageLayers(target, page, position, origin, rotation, isLeftPage, isBloody, states);
+        return;
+    }
+    sf::Sprite sprite(*composed);
+    sprite.setOrigin(origin);
+    sprite.setPosition(position);
+    sprite.setRotation(rotation);
+    sf::RenderStates states(PageCache::PREMULTIPLIED_ALPHA);
+    states.shader = shader;
+    target.draw(sprite, states);
+}
+
+void Book::drawPageLayers(sf::RenderTarget& target, const Page& page, sf::Vector2f position, sf::Vector2f origin,
+                          float rotation, bool isLeftPage, bool isBloody, const sf::RenderStates& states)
 {
     sf::Sprite& paper = isBloody ? bloodSprites_[isLeftPage ? 0 : 1] : paperSprite_;
     for (sf::Sprite* sprite : {&paper, &shadowSprite_})
@@ -606,7 +644,6 @@ void Book::drawPage(sf::RenderTarget& target, const Page& page, sf::Vector2f pos
         shadowSprite_.setTextureRect(shadowRect);
     }
 
-    const sf::RenderStates states = shader != nullptr ? sf::RenderStates(shader) : sf::RenderStates::Default;
     target.draw(paper, states);
 
     const auto writer = static_cast<std::size_t>(page.writer);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "book/page.hpp"
+#include "book/pagecache.hpp"
 
 #include <SFML/Graphics/RenderTarget.hpp>
 #include <SFML/Graphics/Shader.hpp>
@@ -78,6 +79,15 @@ public:
     /// The spread shown, and the turning pages over it; nothing while there are no pages.
     void draw(sf::RenderTarget& target);
 
+    /// The two halves of draw: the flat spread, then the pages of a turn in progress (nothing
+    /// at rest). Whoever keeps a picture of the spread redraws it when getSpreadRevision changes.
+    void drawSpread(sf::RenderTarget& target);
+    void drawTurn(sf::RenderTarget& target);
+
+    /// Changes whenever the flat spread would look different: text written, a page turned,
+    /// blood.
+    std::uint64_t getSpreadRevision() const { return spreadRevision_; }
+
     /// The last spread is drawn on blood-stained paper from now on.
     void setBloody();
     bool isOnLastSpread() const;
@@ -151,9 +161,12 @@ private:
     TurnGeometry computeTurnGeometry() const;
     void setShaderUniforms(int height, float foldAngle, sf::Vector2f edgePoint, sf::Shader& backShader,
                            sf::Shader& revealedShader);
-    void drawTurn(sf::RenderTarget& target);
-    void drawPage(sf::RenderTarget& target, const Page& page, sf::Vector2f position, sf::Vector2f origin,
+    void drawPage(sf::RenderTarget& target, std::size_t pageIndex, sf::Vector2f position, sf::Vector2f origin,
                   float rotation, bool isLeftPage, bool isBloody, const sf::Shader* shader = nullptr);
+    /// Paper, text and spine shadow, each drawn with `states`.
+    void drawPageLayers(sf::RenderTarget& target, const Page& page, sf::Vector2f position, sf::Vector2f origin,
+                        float rotation, bool isLeftPage, bool isBloody, const sf::RenderStates& states);
+    void pagesChanged();
 
     std::vector<Page> pages_;
     sf::Sprite paperSprite_;
@@ -186,6 +199,9 @@ private:
     sf::Shader outsideShader_;
     sf::Sprite shadowSprite_;
     bool bloody_ = false;
+    PageCache pageCache_;
+    std::uint64_t textRevision_ = 0;
+    std::uint64_t spreadRevision_ = 0;
     std::function<void()> onPageTurned_;
 };
 

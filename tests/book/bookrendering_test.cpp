@@ -1,5 +1,6 @@
 #include "book/book.hpp"
 #include "book/bookshaders.hpp"
+#include "scene/choice.hpp"
 
 #include "booktesting.hpp"
 
@@ -155,4 +156,22 @@ TEST(BookRendering, ATurningPageShowsTheNextPageAndItsBackEachSideOfTheFold)
     const sf::Image last = render(book, "bloody_last_spread");
     EXPECT_TRUE(shows(last, {500.f, 800.f}, TEST_BLOOD_LEFT));
     EXPECT_TRUE(shows(last, {1100.f, 800.f}, TEST_BLOOD_RIGHT));
+}
+
+TEST(BookRendering, TextWrittenOnADrawnSpreadShowsOnTheNextFrame)
+{
+    orane::Book book;
+    ASSERT_TRUE(book.loadResources());
+    book.addScene(scene("Nathan, je vous écris de Lyon.", "Je pars ce soir."));
+    const std::uint64_t before = book.getSpreadRevision();
+    const sf::IntRect answerArea{842, 300, 360, 200};
+    EXPECT_EQ(0, inkPixels(render(book, "before_answer"), answerArea));
+
+    orane::Choice answer;
+    answer.longDescription = u8("Je prendrai le train de nuit pour Marseille, puis le bateau pour Alger, "
+                                "et je vous écrirai de là-bas dès que possible.");
+    book.appendChoice(answer);
+    EXPECT_NE(before, book.getSpreadRevision());
+    // The answer breaks onto several lines: some reach below the first scene's line.
+    EXPECT_GT(inkPixels(render(book, "after_answer"), {842, 240, 360, 260}), 150);
 }
