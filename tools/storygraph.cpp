@@ -40,7 +40,7 @@ std::set<sf::String> closure(const std::vector<sf::String>& start,
 
 } // namespace
 
-StoryGraph::StoryGraph(const std::map<sf::String, Scene>& scenes, const std::map<sf::String, bool>& suspects)
+StoryGraph::StoryGraph(const SceneMap& scenes, const std::map<sf::String, bool>& suspects)
 {
     for (const auto& entry : scenes)
         nodes_.insert(entry.first);

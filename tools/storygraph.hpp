@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scene/scene.hpp"
+#include "scenemanager/scenemap.hpp"
 
 #include <SFML/System/String.hpp>
 
@@ -35,7 +36,7 @@ public:
         std::size_t choiceIndex = 0;
     };
 
-    StoryGraph(const std::map<sf::String, Scene>& scenes, const std::map<sf::String, bool>& suspects);
+    StoryGraph(const SceneMap& scenes, const std::map<sf::String, bool>& suspects);
 
     /// Every scene stored, plus the hub and the arrest scene when something leads to them.
     const std::set<sf::String>& scenes() const { return nodes_; }

@@ -186,7 +186,7 @@ bool SceneManager::parseBlock(const std::vector<const sf::String*>& block, std::
 {
     // The scene is read straight into a map node and the node moved in: sf::String cannot be
     // moved, so copying a whole scene into the map would deep-copy all of its text.
-    std::map<sf::String, Scene> nursery;
+    SceneMap nursery;
     auto node = nursery.extract(nursery.try_emplace(sf::String()).first);
     Scene& scene = node.mapped();
     if (!scene.deserialize(block, firstLine))

@@ -2,6 +2,7 @@
 
 #include "scene/scene.hpp"
 #include "scenemanager/scenemanagerowner.hpp"
+#include "scenemanager/scenemap.hpp"
 
 #include <SFML/System/String.hpp>
 
@@ -83,7 +84,7 @@ public:
 
     static bool isSpecialSceneName(const sf::String& name);
 
-    const std::map<sf::String, Scene>& scenes() const { return scenes_; }
+    const SceneMap& scenes() const { return scenes_; }
     const std::map<sf::String, bool>& suspectsVisited() const { return suspectsVisited_; }
     const sf::String& currentSceneName() const { return currentScene_; }
     bool isFirstHubPending() const { return firstHubPending_; }
@@ -107,10 +108,10 @@ private:
     std::function<void(const Choice&)> choiceAppliedCallback_;
     sf::String currentScene_;
     SceneManagerOwner* owner_ = nullptr;
-    std::map<sf::String, Scene> scenes_;
+    SceneMap scenes_;
     bool firstHubPending_ = true;
     std::map<sf::String, bool> suspectsVisited_;
-    std::map<sf::String, SceneOrigin> origins_;
+    std::map<sf::String, SceneOrigin, CodePointLess> origins_;
     std::vector<SkippedScene> skippedScenes_;
 };
 

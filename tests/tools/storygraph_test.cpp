@@ -16,9 +16,9 @@ orane::Scene sceneWith(const sf::String& name, const sf::String& forward, std::v
     return scene;
 }
 
-std::map<sf::String, orane::Scene> storyOf(std::vector<orane::Scene> scenes)
+orane::SceneMap storyOf(std::vector<orane::Scene> scenes)
 {
-    std::map<sf::String, orane::Scene> story;
+    orane::SceneMap story;
     for (orane::Scene& scene : scenes)
         story.emplace(scene.name, scene);
     story.emplace(L"end", orane::Scene());
