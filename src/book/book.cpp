@@ -606,7 +606,9 @@ void Book::drawPage(sf::RenderTarget& target, std::size_t pageIndex, sf::Vector2
     const Page& page = pages_[pageIndex];
     const sf::Vector2u size(static_cast<unsigned int>(pageSize_.x), static_cast<unsigned int>(pageSize_.y));
     const PageCache::Key key{pageIndex, isLeftPage, isBloody, textRevision_};
-    const sf::Texture* composed = pageCache_.get(key, size, [&](sf::RenderTarget& pageTarget) {
+    // A page lying square on the pixels needs no filtering; a turned one keeps its text's shape with it.
+    const bool smooth = std::fmod(rotation, 90.f) != 0.f;
+    const sf::Texture* composed = pageCache_.get(key, size, smooth, [&](sf::RenderTarget& pageTarget) {
         drawPageLayers(pageTarget, page, {}, {}, 0.f, isLeftPage, isBloody, sf::RenderStates::Default);
     });
     if (composed == nullptr)

@@ -18,12 +18,13 @@ PageCache::PageCache(std::size_t capacity)
 {
 }
 
-const sf::Texture* PageCache::get(const Key& key, sf::Vector2u size, const Compose& compose)
+const sf::Texture* PageCache::get(const Key& key, sf::Vector2u size, bool smooth, const Compose& compose)
 {
     ++uses_;
     if (Entry* kept = find(key))
     {
         kept->lastUse = uses_;
+        kept->texture->setSmooth(smooth);
         return &kept->texture->getTexture();
     }
     Entry* entry = makeRoom(size);
@@ -35,6 +36,7 @@ const sf::Texture* PageCache::get(const Key& key, sf::Vector2u size, const Compo
     texture.clear(sf::Color::Transparent);
     compose(texture);
     texture.display();
+    texture.setSmooth(smooth);
     return &texture.getTexture();
 }
 
@@ -61,8 +63,6 @@ PageCache::Entry* PageCache::makeRoom(sf::Vector2u size)
             entry->texture.reset();
             return nullptr;
         }
-        // Turning pages are drawn rotated: filtered, the text keeps its shape.
-        texture->setSmooth(true);
         entry->texture = std::move(texture);
     }
     return entry;

@@ -39,8 +39,9 @@ public:
     explicit PageCache(std::size_t capacity = 6);
 
     /// The page under `key`, composed by `compose` into a transparent `size` texture when it is
-    /// not kept yet. Null when no render texture can be made (the caller draws the layers).
-    const sf::Texture* get(const Key& key, sf::Vector2u size, const Compose& compose);
+    /// not kept yet, filtered when `smooth` (worth its cost only for a page drawn turned). Null
+    /// when no render texture can be made (the caller draws the layers).
+    const sf::Texture* get(const Key& key, sf::Vector2u size, bool smooth, const Compose& compose);
 
     std::size_t size() const { return entries_.size(); }
 
