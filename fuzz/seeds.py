@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the seed corpora of the fuzz targets from the story trees of the repository: the real
+"""Writes each fuzz target's first inputs from the story trees kept in this project: the game's own
 story and the test stories. Each seed is named after its content, so running this again over a
 grown corpus adds nothing twice.
 

@@ -3,7 +3,7 @@
 #include "storygraph.hpp"
 #include "tooltext.hpp"
 
-#include "scenemanager/specialscenes.hpp"
+#include "scenemanager/fixedscenes.hpp"
 
 #include <ryn/core/console.hpp>
 

@@ -1,7 +1,7 @@
 #include "storygraph.hpp"
 
 #include "scene/tokens.hpp"
-#include "scenemanager/specialscenes.hpp"
+#include "scenemanager/fixedscenes.hpp"
 
 #include <deque>
 

@@ -4,7 +4,7 @@
 #include "tooltext.hpp"
 
 #include "scene/tokens.hpp"
-#include "scenemanager/specialscenes.hpp"
+#include "scenemanager/fixedscenes.hpp"
 
 #include <map>
 #include <sstream>

@@ -43,8 +43,6 @@ public:
     /// when no render texture can be made (the caller draws the layers).
     const sf::Texture* get(const Key& key, sf::Vector2u size, bool smooth, const Compose& compose);
 
-    std::size_t size() const { return entries_.size(); }
-
 private:
     struct Entry
     {

@@ -1,7 +1,7 @@
 #include "scenemanager/scenemanager.hpp"
 
 #include "scene/storytext.hpp"
-#include "scenemanager/specialscenes.hpp"
+#include "scenemanager/fixedscenes.hpp"
 #include "scenemanager/textfile.hpp"
 
 #include <ryn/core/assert.hpp>

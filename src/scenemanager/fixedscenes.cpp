@@ -1,4 +1,4 @@
-#include "scenemanager/specialscenes.hpp"
+#include "scenemanager/fixedscenes.hpp"
 
 namespace orane
 {
