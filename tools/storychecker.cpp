@@ -165,7 +165,7 @@ void StoryChecker::checkDuplicates()
                           + scenePlace(skipped.name) + " and silently drops this one");
     }
     for (const sf::String& composed : {SPECIAL_SCENE_NAMES[2], SPECIAL_SCENE_NAMES[3]}) {
-        if (scenes.findOrigin(composed) != nullptr)
+        if (scenes.findOrigin(composed).has_value())
             warning(scenePlace(composed), "scene " + quoted(composed)
                                               + " is composed by the game: its text and choices here are replaced");
     }
@@ -185,7 +185,7 @@ void StoryChecker::checkReachability()
     const std::set<sf::String> ending = graph.reachingAnEnding();
     for (const auto& entry : all.scenes()) {
         const sf::String& name = entry.first;
-        if (all.findOrigin(name) == nullptr)
+        if (!all.findOrigin(name).has_value())
             continue;
         if (reached.count(name) == 0)
             warning(scenePlace(name), "scene " + quoted(name) + " is never reached: no path from \"begin\" leads to it");
@@ -203,8 +203,8 @@ void StoryChecker::checkPages()
     }
     const SceneManager& all = story_.allScenes();
     for (const auto& [name, scene] : all.scenes()) {
-        const SceneManager::SceneOrigin* origin = all.findOrigin(name);
-        if (origin != nullptr)
+        const std::optional<SceneManager::SceneOrigin> origin = all.findOrigin(name);
+        if (origin.has_value())
             checkScenePages(scene, places_.place(origin->file, origin->line), {});
     }
     checkComposedPages();
@@ -280,16 +280,16 @@ void StoryChecker::checkComposedPages()
 
 std::string StoryChecker::scenePlace(const sf::String& sceneName)
 {
-    const SceneManager::SceneOrigin* origin = story_.allScenes().findOrigin(sceneName);
-    if (origin == nullptr)
+    const std::optional<SceneManager::SceneOrigin> origin = story_.allScenes().findOrigin(sceneName);
+    if (!origin.has_value())
         return story_.directory();
     return places_.place(origin->file, origin->line);
 }
 
 std::string StoryChecker::choicePlaceOf(const sf::String& sceneName, std::size_t choiceIndex)
 {
-    const SceneManager::SceneOrigin* origin = story_.allScenes().findOrigin(sceneName);
-    if (origin == nullptr)
+    const std::optional<SceneManager::SceneOrigin> origin = story_.allScenes().findOrigin(sceneName);
+    if (!origin.has_value())
         return story_.directory();
     return places_.choicePlace(origin->file, origin->line, choiceIndex);
 }

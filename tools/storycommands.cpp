@@ -123,7 +123,7 @@ int walk(const std::string& directory)
     const SceneManager& story = walker.started();
     for (const StoryWalker::ChoiceRef& choice : walker.untakenChoices(found)) {
         const Scene& scene = story.scenes().at(choice.scene);
-        const SceneManager::SceneOrigin* origin = story.findOrigin(choice.scene);
+        const std::optional<SceneManager::SceneOrigin> origin = story.findOrigin(choice.scene);
         ryn::console::writeLine("warning: choice " + std::to_string(choice.index) + " of scene " + quoted(choice.scene)
                                 + " (" + origin->file + ", scene at line " + std::to_string(origin->line) + "), "
                                 + quoted(oneLine(scene.choices[choice.index].briefDescription)) + ", is never taken");

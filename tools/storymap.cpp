@@ -70,8 +70,8 @@ std::string StoryMap::dot() const
     std::map<std::string, std::vector<sf::String>> scenesByFile;
     std::vector<sf::String> special;
     for (const sf::String& name : graph.scenes()) {
-        const SceneManager::SceneOrigin* origin = all.findOrigin(name);
-        if (origin != nullptr && !isSpecialSceneName(name))
+        const std::optional<SceneManager::SceneOrigin> origin = all.findOrigin(name);
+        if (origin.has_value() && !isSpecialSceneName(name))
             scenesByFile[origin->file].push_back(name);
         else
             special.push_back(name);

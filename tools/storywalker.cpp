@@ -95,7 +95,7 @@ StoryWalker::Exploration StoryWalker::explore() const
         queue.pop_front();
         const sf::String current = manager.currentSceneName();
         const Scene& scene = manager.getCurrentScene();
-        const bool written = manager.findOrigin(current) != nullptr;
+        const bool written = manager.findOrigin(current).has_value();
         for (std::size_t choice = 0; choice < scene.choices.size(); ++choice) {
             SceneManager next = manager;
             next.setNewSceneCallback([&result](const Scene& shown) { result.scenesShown.insert(shown.name); });
@@ -156,7 +156,7 @@ std::vector<StoryWalker::ChoiceRef> StoryWalker::untakenChoices(const Exploratio
 {
     std::vector<ChoiceRef> untaken;
     for (const auto& [name, scene] : started_.scenes()) {
-        if (started_.findOrigin(name) == nullptr)
+        if (!started_.findOrigin(name).has_value())
             continue;
         for (std::size_t index = 0; index < scene.choices.size(); ++index) {
             if (exploration.takenChoices.count(ChoiceRef{name, index}) == 0)
@@ -171,7 +171,7 @@ StoryWalker::RandomPlay StoryWalker::playRandomly(std::size_t count, std::uint64
     RandomPlay result;
     result.playthroughs = count;
     for (const auto& entry : started_.scenes()) {
-        if (started_.findOrigin(entry.first) != nullptr)
+        if (started_.findOrigin(entry.first).has_value())
             result.visits[entry.first] = 0;
     }
     const auto countVisit = [&result](const Scene& shown) {

@@ -5,12 +5,15 @@
 #include <ryn/core/assert.hpp>
 #include <ryn/core/console.hpp>
 
+#include <algorithm>
+
 namespace orane
 {
 namespace
 {
 
-/// Reads the lines of one scene into it; lives for one call of Scene::deserialize.
+/// Reads the lines of one scene into it; lives for one call of Scene::deserialize. Texts grow
+/// in code-point buffers and reach the scene once, at their exact size.
 class SceneReader
 {
 public:
@@ -20,35 +23,51 @@ public:
     {
     }
 
-    bool read(const std::vector<const sf::String*>& lines)
+    bool read(const std::vector<CodePointView>& lines)
     {
         if (lines.empty()) {
             reportMissingSceneToken();
             return false;
         }
-        if (!readSceneLine(*lines.front()))
+        if (!readSceneLine(lines.front()))
             return false;
-        for (std::size_t k = 1; k < lines.size(); ++k) {
-            if (!readLine(*lines[k], firstLine_ + static_cast<std::uint32_t>(k)))
-                return false;
-        }
-        return scene_.checkGameLogic(firstLine_);
+        reserveChoices(lines);
+        bool readToTheEnd = true;
+        for (std::size_t k = 1; k < lines.size() && readToTheEnd; ++k)
+            readToTheEnd = readLine(lines[k], firstLine_ + static_cast<std::uint32_t>(k));
+        storeWriterTexts();
+        storeLongDescription();
+        return readToTheEnd && scene_.checkGameLogic(firstLine_);
     }
 
 private:
-    bool readSceneLine(const sf::String& line)
+    bool readSceneLine(CodePointView line)
     {
-        if (!containsToken(line, TOKEN_SCENE)) {
+        if (!containsToken(line, viewOf(TOKEN_SCENE))) {
             reportMissingSceneToken();
             return false;
         }
-        const std::vector<sf::String> words = splitWords(line);
-        if (words.size() != 2) {
+        CodePointView name;
+        if (!readSecondOfTwoWords(line, name)) {
             scene_.logError(formatError(TOKEN_SCENE), firstLine_);
             return false;
         }
-        scene_.name = trimWhitespace(words[1]);
+        scene_.name = toString(trimWhitespace(name));
         return true;
+    }
+
+    /// Every choice line holds a "*": counting those lines spares copying choices as they come.
+    void reserveChoices(const std::vector<CodePointView>& lines)
+    {
+        const auto holdsStar = [](CodePointView line) { return line.find(U'*') != CodePointView::npos; };
+        scene_.choices.reserve(static_cast<std::size_t>(std::count_if(lines.begin() + 1, lines.end(), holdsStar)));
+    }
+
+    static bool readSecondOfTwoWords(CodePointView line, CodePointView& second)
+    {
+        std::size_t index = 0;
+        CodePointView word;
+        return nextWord(line, index, word) && nextWord(line, index, second) && !nextWord(line, index, word);
     }
 
     void reportMissingSceneToken() const
@@ -57,9 +76,9 @@ private:
     }
 
     /// Answers false at a fatal fault; warnings are reported and the line passed over.
-    bool readLine(const sf::String& line, std::uint32_t number)
+    bool readLine(CodePointView line, std::uint32_t number)
     {
-        if (line.isEmpty())
+        if (line.empty())
             return true;
         const LineTokens tokens = findLineTokens(line);
         if (tokens.forward)
@@ -73,13 +92,13 @@ private:
         if (choicesBegun_ && tokens.nextScene)
             return readTargetLine(line, number);
         if (choicesBegun_)
-            appendLine(scene_.choices.back().longDescription, line);
+            appendLine(longDescription_, line);
         else
             readTextLine(line, number);
         return true;
     }
 
-    bool readForwardLine(const sf::String& line, std::uint32_t number)
+    bool readForwardLine(CodePointView line, std::uint32_t number)
     {
         if (forwardSeen_) {
             scene_.logError(L"Found more than one " + TOKEN_FORWARD
@@ -94,12 +113,12 @@ private:
                             number);
             return false;
         }
-        const std::vector<sf::String> words = splitWords(line);
-        if (words.size() != 2) {
+        CodePointView target;
+        if (!readSecondOfTwoWords(line, target)) {
             scene_.logError(formatError(TOKEN_FORWARD), number);
             return false;
         }
-        scene_.forward = trimWhitespace(words[1]);
+        scene_.forward = toString(trimWhitespace(target));
         forwardSeen_ = true;
         writer_ = Writer::None;
         return true;
@@ -126,23 +145,27 @@ private:
         return true;
     }
 
-    bool readChoiceLine(const sf::String& line, std::uint32_t number)
+    bool readChoiceLine(CodePointView line, std::uint32_t number)
     {
         if (!choicesBegun_) {
             choicesBegun_ = true;
             writer_ = Writer::None;
-        } else if (!scene_.choices.back().isValid()) {
-            // The invalid choice stays: the game-logic check lists it with its missing texts.
-            scene_.logError(L"Found new choice while previous one was still invalid.", number);
+        } else {
+            // The previous choice is complete only once its text is in.
+            storeLongDescription();
+            if (!scene_.choices.back().isValid()) {
+                // The invalid choice stays: the game-logic check lists it with its missing texts.
+                scene_.logError(L"Found new choice while previous one was still invalid.", number);
+            }
         }
-        Choice choice;
-        if (!readChoiceBrief(line, choice, number))
-            return false;
-        scene_.choices.push_back(choice);
-        return true;
+        scene_.choices.emplace_back();
+        if (readChoiceBrief(line, scene_.choices.back(), number))
+            return true;
+        scene_.choices.pop_back();
+        return false;
     }
 
-    bool readTargetLine(const sf::String& line, std::uint32_t number)
+    bool readTargetLine(CodePointView line, std::uint32_t number)
     {
         std::vector<Choice>& choices = scene_.choices;
         if (!RYN_CHECK(choices.size() > 0))
@@ -150,21 +173,24 @@ private:
         Choice& choice = choices.back();
         if (!readChoiceTarget(line, choice, number))
             return false;
-        if (splitWords(choice.nextSceneName).size() != 1) {
+        std::size_t index = 0;
+        CodePointView word;
+        const CodePointView name = viewOf(choice.nextSceneName);
+        if (!nextWord(name, index, word) || nextWord(name, index, word)) {
             scene_.logError(L"Read incorrect next scene name \"" + choice.nextSceneName + L"\"", number);
             return false;
         }
         return true;
     }
 
-    void readTextLine(const sf::String& line, std::uint32_t number)
+    void readTextLine(CodePointView line, std::uint32_t number)
     {
         switch (writer_) {
         case Writer::Orane:
-            appendLine(scene_.oraneText, line);
+            appendLine(oraneText_, line);
             break;
         case Writer::Nathan:
-            appendLine(scene_.nathanText, line);
+            appendLine(nathanText_, line);
             break;
         case Writer::None:
             scene_.logError(L"Found text without token without previous tokens " + TOKEN_ORANE + L" or "
@@ -176,12 +202,24 @@ private:
         }
     }
 
-    /// Appends in place: `text += line + L"\n"` would build and copy a temporary per line.
-    static void appendLine(sf::String& text, const sf::String& line)
+    static void appendLine(CodePoints& text, CodePointView line)
     {
-        static const sf::String lineFeed = L"\n";
         text += line;
-        text += lineFeed;
+        text += U'\n';
+    }
+
+    void storeWriterTexts()
+    {
+        scene_.oraneText = toString(oraneText_);
+        scene_.nathanText = toString(nathanText_);
+    }
+
+    /// Gives the text read since the last choice line to that choice.
+    void storeLongDescription()
+    {
+        if (!scene_.choices.empty())
+            scene_.choices.back().longDescription = toString(longDescription_);
+        longDescription_.clear();
     }
 
     static sf::String formatError(const sf::String& token)
@@ -197,6 +235,9 @@ private:
     bool oraneSeen_ = false;
     bool nathanSeen_ = false;
     bool choicesBegun_ = false;
+    CodePoints oraneText_;
+    CodePoints nathanText_;
+    CodePoints longDescription_;
 };
 
 void writeReportLine(const std::string& text)
@@ -217,14 +258,14 @@ void logError(const sf::String& message, const sf::String& sceneName, std::uint3
 
 bool Scene::deserialize(const std::vector<sf::String>& lines, std::uint32_t firstLine)
 {
-    std::vector<const sf::String*> pointers;
-    pointers.reserve(lines.size());
+    std::vector<CodePointView> views;
+    views.reserve(lines.size());
     for (const sf::String& line : lines)
-        pointers.push_back(&line);
-    return deserialize(pointers, firstLine);
+        views.push_back(viewOf(line));
+    return deserialize(views, firstLine);
 }
 
-bool Scene::deserialize(const std::vector<const sf::String*>& lines, std::uint32_t firstLine)
+bool Scene::deserialize(const std::vector<CodePointView>& lines, std::uint32_t firstLine)
 {
     SceneReader reader(*this, firstLine);
     return reader.read(lines);

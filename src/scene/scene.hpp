@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scene/choice.hpp"
+#include "scene/codepoints.hpp"
 #include "scene/tokens.hpp"
 
 #include <SFML/System/String.hpp>
@@ -24,7 +25,7 @@ struct Scene
     /// verdict of checkGameLogic. Safe for any input, an empty vector included.
     bool deserialize(const std::vector<sf::String>& lines, std::uint32_t firstLine);
     /// The same, over lines held elsewhere, so that a loader need not copy them.
-    bool deserialize(const std::vector<const sf::String*>& lines, std::uint32_t firstLine);
+    bool deserialize(const std::vector<CodePointView>& lines, std::uint32_t firstLine);
 
     /// logError with this scene's current name.
     void logError(const sf::String& message, std::uint32_t line) const;

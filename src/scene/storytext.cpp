@@ -3,34 +3,27 @@
 #include "scene/scene.hpp"
 #include "scene/tokens.hpp"
 
+#include <algorithm>
+
 namespace orane
 {
 namespace
 {
 
 /// What follows the first occurrence of `token`, or false when the line lacks it.
-bool textAfterToken(const sf::String& line, const sf::String& token, sf::String& rest)
+bool textAfterToken(CodePointView line, const sf::String& token, CodePointView& rest)
 {
-    const std::size_t position = line.find(token);
-    if (position == sf::String::InvalidPos)
+    const std::size_t position = line.find(viewOf(token));
+    if (position == CodePointView::npos)
         return false;
-    const std::size_t start = position + token.getSize();
-    rest = line.substring(start, sf::String::InvalidPos);
+    rest = line.substr(position + token.getSize());
     return true;
 }
 
-/// True when `token` starts at `data[index]`; `size` is the length of `data`.
-bool tokenAt(const sf::Uint32* data, std::size_t size, std::size_t index, const sf::String& token)
+/// True when `token` starts at `line[index]`.
+bool tokenAt(CodePointView line, std::size_t index, CodePointView token)
 {
-    const std::size_t length = token.getSize();
-    if (size - index < length)
-        return false;
-    const sf::Uint32* tokenData = token.getData();
-    for (std::size_t k = 0; k < length; ++k) {
-        if (data[index + k] != tokenData[k])
-            return false;
-    }
-    return true;
+    return line.size() - index >= token.size() && std::equal(token.begin(), token.end(), line.begin() + index);
 }
 
 void reportMissingChoiceToken(std::uint32_t lineNumber)
@@ -42,32 +35,48 @@ void reportMissingChoiceToken(std::uint32_t lineNumber)
 
 } // namespace
 
-bool containsToken(const sf::String& line, const sf::String& token)
+bool containsToken(CodePointView line, CodePointView token)
 {
-    return line.find(token) != sf::String::InvalidPos;
+    if (token.empty())
+        return true;
+    // Tokens start with a character that prose seldom holds: look for it alone first.
+    const sf::Uint32 head = token.front();
+    for (auto at = std::find(line.begin(), line.end(), head); at != line.end();
+         at = std::find(at + 1, line.end(), head)) {
+        if (tokenAt(line, static_cast<std::size_t>(at - line.begin()), token))
+            return true;
+    }
+    return false;
 }
 
-LineTokens findLineTokens(const sf::String& line)
+bool containsToken(const sf::String& line, const sf::String& token)
 {
+    return containsToken(viewOf(line), viewOf(token));
+}
+
+LineTokens findLineTokens(CodePointView line)
+{
+    static const CodePointView forward = viewOf(TOKEN_FORWARD);
+    static const CodePointView orane = viewOf(TOKEN_ORANE);
+    static const CodePointView nathan = viewOf(TOKEN_NATHAN);
+    static const CodePointView nextScene = viewOf(TOKEN_NEXT_SCENE);
     LineTokens found;
-    const sf::Uint32* data = line.getData();
-    const std::size_t size = line.getSize();
-    for (std::size_t index = 0; index < size; ++index) {
-        switch (data[index]) {
+    for (std::size_t index = 0; index < line.size(); ++index) {
+        switch (line[index]) {
         case U'F':
-            found.forward = found.forward || tokenAt(data, size, index, TOKEN_FORWARD);
+            found.forward = found.forward || tokenAt(line, index, forward);
             break;
         case U'O':
-            found.orane = found.orane || tokenAt(data, size, index, TOKEN_ORANE);
+            found.orane = found.orane || tokenAt(line, index, orane);
             break;
         case U'N':
-            found.nathan = found.nathan || tokenAt(data, size, index, TOKEN_NATHAN);
+            found.nathan = found.nathan || tokenAt(line, index, nathan);
             break;
         case U'*':
             found.choice = true;
             break;
         case U'-':
-            found.nextScene = found.nextScene || tokenAt(data, size, index, TOKEN_NEXT_SCENE);
+            found.nextScene = found.nextScene || tokenAt(line, index, nextScene);
             break;
         default:
             break;
@@ -76,20 +85,29 @@ LineTokens findLineTokens(const sf::String& line)
     return found;
 }
 
+LineTokens findLineTokens(const sf::String& line)
+{
+    return findLineTokens(viewOf(line));
+}
+
+bool nextWord(CodePointView text, std::size_t& index, CodePointView& word)
+{
+    while (index < text.size() && text[index] == U' ')
+        ++index;
+    const std::size_t start = index;
+    while (index < text.size() && text[index] != U' ')
+        ++index;
+    word = text.substr(start, index - start);
+    return index > start;
+}
+
 std::vector<sf::String> splitWords(const sf::String& text)
 {
     std::vector<sf::String> words;
-    const std::size_t size = text.getSize();
     std::size_t index = 0;
-    while (index < size) {
-        while (index < size && text[index] == U' ')
-            ++index;
-        const std::size_t start = index;
-        while (index < size && text[index] != U' ')
-            ++index;
-        if (index > start)
-            words.push_back(text.substring(start, index - start));
-    }
+    CodePointView word;
+    while (nextWord(viewOf(text), index, word))
+        words.push_back(toString(word));
     return words;
 }
 
@@ -98,34 +116,39 @@ bool isWhitespace(sf::Uint32 codePoint)
     return codePoint == U' ' || (codePoint >= U'\t' && codePoint <= U'\r');
 }
 
-sf::String trimWhitespace(const sf::String& text)
+CodePointView trimWhitespace(CodePointView text)
 {
-    std::size_t begin = 0;
-    std::size_t end = text.getSize();
-    while (begin < end && isWhitespace(text[begin]))
-        ++begin;
-    while (end > begin && isWhitespace(text[end - 1]))
-        --end;
-    return text.substring(begin, end - begin);
+    while (!text.empty() && isWhitespace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isWhitespace(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
-bool readChoiceBrief(const sf::String& line, Choice& choice, std::uint32_t lineNumber)
+sf::String trimWhitespace(const sf::String& text)
 {
-    if (!textAfterToken(line, TOKEN_CHOICE, choice.briefDescription)) {
+    return toString(trimWhitespace(viewOf(text)));
+}
+
+bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumber)
+{
+    CodePointView brief;
+    if (!textAfterToken(line, TOKEN_CHOICE, brief)) {
         reportMissingChoiceToken(lineNumber);
         return false;
     }
+    choice.briefDescription = toString(brief);
     return true;
 }
 
-bool readChoiceTarget(const sf::String& line, Choice& choice, std::uint32_t lineNumber)
+bool readChoiceTarget(CodePointView line, Choice& choice, std::uint32_t lineNumber)
 {
-    sf::String rest;
+    CodePointView rest;
     if (!textAfterToken(line, TOKEN_NEXT_SCENE, rest)) {
         reportMissingChoiceToken(lineNumber);
         return false;
     }
-    choice.nextSceneName = trimWhitespace(rest);
+    choice.nextSceneName = toString(trimWhitespace(rest));
     return true;
 }
 

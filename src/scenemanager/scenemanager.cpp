@@ -30,17 +30,27 @@ sf::String decimal(std::uint64_t number)
     return sf::String(std::to_wstring(number));
 }
 
-bool isComment(const sf::String& line)
+bool isComment(std::string_view line)
 {
-    return !line.isEmpty() && line[0] == U'#';
+    return !line.empty() && line[0] == '#';
 }
 
-/// The loader's number for line `index` of a file: comment lines are not counted.
-std::uint32_t countedLineNumber(const std::vector<sf::String>& lines, std::size_t index)
+/// Lines open scenes wherever the word SCENE occurs; in UTF-8 an ASCII word is found byte for
+/// byte, since no multi-byte sequence holds an ASCII byte.
+bool opensScene(std::string_view line)
+{
+    return line.find("SCENE") != std::string_view::npos;
+}
+
+/// The loader's number for the line that starts at `offset` in `file`: comment lines are not
+/// counted.
+std::uint32_t countedLineNumber(const TextFile& file, std::size_t end)
 {
     std::uint32_t number = 0;
-    for (std::size_t i = 0; i < index && i < lines.size(); ++i) {
-        if (!isComment(lines[i]))
+    std::size_t offset = 0;
+    std::string_view line;
+    while (offset < end && file.nextLine(offset, line)) {
+        if (!isComment(line))
             ++number;
     }
     return number;
@@ -130,7 +140,8 @@ bool SceneManager::loadStoryFile(std::string path)
     if (file.status() == TextFile::STATUS::CANNOT_OPEN)
         return false;
     if (file.status() == TextFile::STATUS::INVALID_UTF8) {
-        reportInvalidUtf8(path, countedLineNumber(file.lines(), file.invalidLineIndex()));
+        // Every line before the invalid one is readable: they are the ones nextLine gives.
+        reportInvalidUtf8(path, countedLineNumber(file, std::string::npos));
         return false;
     }
     if (file.status() == TextFile::STATUS::TOO_LARGE) {
@@ -138,30 +149,29 @@ bool SceneManager::loadStoryFile(std::string path)
         return false;
     }
 
-    std::vector<const sf::String*> block;
+    const std::uint32_t fileIndex = static_cast<std::uint32_t>(storyFiles_.size());
+    storyFiles_.push_back(path);
+    std::vector<std::string_view> block;
     std::uint32_t counter = 0;
-    bool firstSceneStarted = false;
-    for (const sf::String& line : file.lines()) {
+    std::size_t offset = 0;
+    std::string_view line;
+    while (file.nextLine(offset, line)) {
         if (isComment(line))
             continue;
-        const bool opensScene = containsToken(line, TOKEN_SCENE);
-        if (!firstSceneStarted) {
+        if (opensScene(line)) {
             // Text before the first scene is allowed and dropped, but its lines count.
-            if (opensScene) {
-                firstSceneStarted = true;
-                block.push_back(&line);
+            if (!block.empty()) {
+                const std::uint32_t firstLine = counter - static_cast<std::uint32_t>(block.size());
+                if (!parseBlock(block, firstLine, fileIndex)) {
+                    ryn::console::writeLine(L"ERROR : couldn't deserialize scene starting at line "
+                                            + std::to_wstring(firstLine));
+                    return false;
+                }
+                block.clear();
             }
-        } else if (opensScene) {
-            const std::uint32_t firstLine = counter - static_cast<std::uint32_t>(block.size());
-            if (!parseBlock(block, firstLine, path)) {
-                ryn::console::writeLine(L"ERROR : couldn't deserialize scene starting at line "
-                                        + std::to_wstring(firstLine));
-                return false;
-            }
-            block.clear();
-            block.push_back(&line);
-        } else {
-            block.push_back(&line);
+            block.push_back(line);
+        } else if (!block.empty()) {
+            block.push_back(line);
         }
         ++counter;
     }
@@ -171,7 +181,7 @@ bool SceneManager::loadStoryFile(std::string path)
                                 + ". A story file must hold at least one SCENE line.");
         return false;
     }
-    if (!parseBlock(block, counter - static_cast<std::uint32_t>(block.size()), path)) {
+    if (!parseBlock(block, counter - static_cast<std::uint32_t>(block.size()), fileIndex)) {
         ryn::console::writeLine(L"ERROR : couldn't deserialize scene ending at line "
                                 + std::to_wstring(counter));
         return false;
@@ -181,23 +191,23 @@ bool SceneManager::loadStoryFile(std::string path)
     return true;
 }
 
-bool SceneManager::parseBlock(const std::vector<const sf::String*>& block, std::uint32_t firstLine,
-                              const std::string& path)
+bool SceneManager::parseBlock(const std::vector<std::string_view>& block, std::uint32_t firstLine,
+                              std::uint32_t fileIndex)
 {
+    blockLines_.assign(block);
     // The scene is read straight into a map node and the node moved in: sf::String cannot be
     // moved, so copying a whole scene into the map would deep-copy all of its text.
     SceneMap nursery;
     auto node = nursery.extract(nursery.try_emplace(sf::String()).first);
     Scene& scene = node.mapped();
-    if (!scene.deserialize(block, firstLine))
+    if (!scene.deserialize(blockLines_.views(), firstLine))
         return false;
     node.key() = scene.name;
     const auto stored = scenes_.insert(std::move(node));
-    const Scene& kept = stored.inserted ? stored.position->second : stored.node.mapped();
     if (stored.inserted)
-        origins_.emplace(kept.name, SceneOrigin{path, firstLine});
+        origins_.emplace(stored.position->first, StoredOrigin{fileIndex, firstLine});
     else
-        skippedScenes_.push_back(SkippedScene{kept.name, SceneOrigin{path, firstLine}});
+        skippedScenes_.push_back(SkippedScene{stored.node.mapped().name, SceneOrigin{storyFiles_[fileIndex], firstLine}});
     return true;
 }
 
@@ -417,10 +427,12 @@ bool SceneManager::checkForwardCycles() const
     return noCycle;
 }
 
-const SceneManager::SceneOrigin* SceneManager::findOrigin(const sf::String& sceneName) const
+std::optional<SceneManager::SceneOrigin> SceneManager::findOrigin(const sf::String& sceneName) const
 {
     const auto found = origins_.find(sceneName);
-    return found == origins_.end() ? nullptr : &found->second;
+    if (found == origins_.end())
+        return std::nullopt;
+    return SceneOrigin{storyFiles_[found->second.fileIndex], found->second.line};
 }
 
 bool SceneManager::isSpecialSceneName(const sf::String& name)

@@ -2,6 +2,7 @@
 
 #include "scene/scene.hpp"
 #include "scenemanager/scenemanagerowner.hpp"
+#include "scenemanager/scenelines.hpp"
 #include "scenemanager/scenemap.hpp"
 
 #include <SFML/System/String.hpp>
@@ -9,7 +10,9 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orane
@@ -88,15 +91,15 @@ public:
     const std::map<sf::String, bool>& suspectsVisited() const { return suspectsVisited_; }
     const sf::String& currentSceneName() const { return currentScene_; }
     bool isFirstHubPending() const { return firstHubPending_; }
-    /// Null for a scene that no story file defined.
-    const SceneOrigin* findOrigin(const sf::String& sceneName) const;
+    /// Empty for a scene that no story file defined.
+    std::optional<SceneOrigin> findOrigin(const sf::String& sceneName) const;
     /// In the order they were met.
     const std::vector<SkippedScene>& skippedScenes() const { return skippedScenes_; }
 
 private:
     bool readSuspects(const std::string& storiesDirectory);
-    bool parseBlock(const std::vector<const sf::String*>& block, std::uint32_t firstLine,
-                    const std::string& path);
+    bool parseBlock(const std::vector<std::string_view>& block, std::uint32_t firstLine,
+                    std::uint32_t fileIndex);
     bool checkStartScene() const;
     bool canReachHub() const;
     bool checkSuspectScenes() const;
@@ -111,7 +114,15 @@ private:
     SceneMap scenes_;
     bool firstHubPending_ = true;
     std::map<sf::String, bool> suspectsVisited_;
-    std::map<sf::String, SceneOrigin, CodePointLess> origins_;
+    /// A scene's origin names its file by index in storyFiles_: one path per file, not per scene.
+    struct StoredOrigin
+    {
+        std::uint32_t fileIndex = 0;
+        std::uint32_t line = 0;
+    };
+    std::vector<std::string> storyFiles_;
+    std::map<sf::String, StoredOrigin, CodePointLess> origins_;
+    SceneLines blockLines_;
     std::vector<SkippedScene> skippedScenes_;
 };
 

@@ -10,25 +10,21 @@ namespace orane
 namespace
 {
 
-using CodePoints = std::basic_string<sf::Uint32>;
-
 bool isContinuation(unsigned char byte)
 {
     return (byte & 0xC0) == 0x80;
 }
 
-/// Decodes the sequence at `bytes[index]` into `codePoint` and moves `index` past it; answers
-/// false, leaving `index` alone, when the sequence is not well-formed UTF-8.
-bool decodeOne(const std::string& bytes, std::size_t& index, sf::Uint32& codePoint)
+/// The length of the well-formed sequence at `bytes[index]`, or 0 when there is none.
+std::size_t sequenceLength(const std::string& bytes, std::size_t index)
 {
     const auto lead = static_cast<unsigned char>(bytes[index]);
+    if (lead < 0x80)
+        return 1;
     std::size_t length = 0;
+    sf::Uint32 codePoint = 0;
     sf::Uint32 minimum = 0;
-    if (lead < 0x80) {
-        codePoint = lead;
-        ++index;
-        return true;
-    } else if (lead >= 0xC2 && lead <= 0xDF) {
+    if (lead >= 0xC2 && lead <= 0xDF) {
         length = 2;
         codePoint = lead & 0x1F;
         minimum = 0x80;
@@ -41,41 +37,46 @@ bool decodeOne(const std::string& bytes, std::size_t& index, sf::Uint32& codePoi
         codePoint = lead & 0x07;
         minimum = 0x10000;
     } else {
-        return false;
+        return 0;
     }
     if (bytes.size() - index < length)
-        return false;
+        return 0;
     for (std::size_t k = 1; k < length; ++k) {
         const auto byte = static_cast<unsigned char>(bytes[index + k]);
         if (!isContinuation(byte))
-            return false;
+            return 0;
         codePoint = (codePoint << 6) | (byte & 0x3F);
     }
     const bool isSurrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
     if (codePoint < minimum || codePoint > 0x10FFFF || isSurrogate)
-        return false;
-    index += length;
-    return true;
+        return 0;
+    return length;
 }
 
-/// Decodes bytes [index, end) into `line`. A line feed is never part of a multi-byte sequence,
-/// so one cut by the line's end fails on the feed itself.
-bool decodeLine(const std::string& bytes, std::size_t index, std::size_t end, CodePoints& line)
+/// True when none of the eight bytes at `bytes` has its high bit set.
+bool eightAscii(const char* bytes)
 {
-    // No line has more code points than bytes: write in place, then cut to what was decoded.
-    line.resize(end - index);
-    std::size_t count = 0;
-    while (index < end) {
-        const auto byte = static_cast<unsigned char>(bytes[index]);
-        if (byte < 0x80) {
-            line[count++] = byte;
-            ++index;
-        } else if (!decodeOne(bytes, index, line[count++])) {
-            return false;
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return (word & 0x8080808080808080ULL) == 0;
+}
+
+/// The offset of the first byte that starts no well-formed sequence, or the size when all do.
+/// A line feed is never part of a multi-byte sequence, so one cut by a line's end fails there.
+std::size_t findInvalidByte(const std::string& bytes)
+{
+    std::size_t index = 0;
+    while (index < bytes.size()) {
+        if (bytes.size() - index >= 8 && eightAscii(bytes.data() + index)) {
+            index += 8;
+            continue;
         }
+        const std::size_t length = sequenceLength(bytes, index);
+        if (length == 0)
+            return index;
+        index += length;
     }
-    line.resize(count);
-    return true;
+    return bytes.size();
 }
 
 } // namespace
@@ -108,31 +109,77 @@ TextFile TextFile::load(const std::string& path)
         bytes.append(chunk, static_cast<std::size_t>(stream.gcount()));
     if (stream.bad())
         return unreadable;
-    return decode(bytes);
+    return decode(std::move(bytes));
 }
 
-TextFile TextFile::decode(const std::string& bytes)
+TextFile TextFile::decode(std::string bytes)
 {
     TextFile file;
-    // sf::String cannot be moved: growing the vector would deep-copy every line read so far.
-    file.lines_.reserve(static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n')) + 1);
-    CodePoints line;
-    std::size_t index = 0;
-    while (index < bytes.size()) {
-        const void* feed = std::memchr(bytes.data() + index, '\n', bytes.size() - index);
-        const std::size_t end =
-            feed ? static_cast<std::size_t>(static_cast<const char*>(feed) - bytes.data()) : bytes.size();
-        if (!decodeLine(bytes, index, end, line)) {
-            file.status_ = STATUS::INVALID_UTF8;
-            file.invalidLineIndex_ = file.lines_.size();
-            return file;
-        }
-        if (!line.empty() && line.back() == U'\r')
-            line.pop_back();
-        file.lines_.emplace_back(line);
-        index = end + 1;
+    file.bytes_ = std::move(bytes);
+    const std::string& all = file.bytes_;
+    const std::size_t invalid = findInvalidByte(all);
+    if (invalid == all.size()) {
+        file.readableEnd_ = all.size();
+        return file;
     }
+    file.status_ = STATUS::INVALID_UTF8;
+    const auto before = all.begin() + static_cast<std::ptrdiff_t>(invalid);
+    file.invalidLineIndex_ = static_cast<std::size_t>(std::count(all.begin(), before, '\n'));
+    const std::size_t lastFeed = invalid == 0 ? std::string::npos : all.rfind('\n', invalid - 1);
+    file.readableEnd_ = lastFeed == std::string::npos ? 0 : lastFeed + 1;
     return file;
+}
+
+std::vector<sf::String> TextFile::lines() const
+{
+    std::vector<sf::String> decoded;
+    // sf::String cannot be moved: growing the vector would deep-copy every line decoded so far.
+    const auto readable = bytes_.begin() + static_cast<std::ptrdiff_t>(readableEnd_);
+    decoded.reserve(static_cast<std::size_t>(std::count(bytes_.begin(), readable, '\n')) + 1);
+    CodePoints codePoints;
+    std::size_t offset = 0;
+    std::string_view line;
+    while (nextLine(offset, line)) {
+        codePoints.clear();
+        appendCodePoints(line, codePoints);
+        decoded.emplace_back(codePoints);
+    }
+    return decoded;
+}
+
+bool TextFile::nextLine(std::size_t& offset, std::string_view& line) const
+{
+    if (offset >= readableEnd_)
+        return false;
+    const char* start = bytes_.data() + offset;
+    const void* feed = std::memchr(start, '\n', readableEnd_ - offset);
+    const std::size_t end =
+        feed ? static_cast<std::size_t>(static_cast<const char*>(feed) - bytes_.data()) : readableEnd_;
+    line = std::string_view(start, end - offset);
+    if (!line.empty() && line.back() == '\r')
+        line.remove_suffix(1);
+    offset = end + 1;
+    return true;
+}
+
+void TextFile::appendCodePoints(std::string_view line, CodePoints& codePoints)
+{
+    // No line has more code points than bytes: write in place, then cut to what was decoded.
+    std::size_t count = codePoints.size();
+    codePoints.resize(count + line.size());
+    std::size_t index = 0;
+    while (index < line.size()) {
+        const auto lead = static_cast<unsigned char>(line[index]);
+        const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        if (line.size() - index < length)
+            break;
+        sf::Uint32 codePoint = length == 1 ? lead : lead & (0x7F >> length);
+        for (std::size_t k = 1; k < length; ++k)
+            codePoint = (codePoint << 6) | (static_cast<unsigned char>(line[index + k]) & 0x3F);
+        codePoints[count++] = codePoint;
+        index += length;
+    }
+    codePoints.resize(count);
 }
 
 } // namespace orane

@@ -60,8 +60,8 @@ TEST(GameLogicCheck, FramesErrorsWithTheSceneNameOnlyWhenThereIsOne)
     orane::logError(u8("Rien."), sf::String(), 0);
     orane::logError(u8("x"), u8("église_𝄞"), 4294967295u);
     orane::Choice filled;
-    EXPECT_FALSE(orane::readChoiceBrief(u8("pas de choix"), filled, 12));
-    EXPECT_FALSE(orane::readChoiceTarget(u8("pas de cible"), filled, 13));
+    EXPECT_FALSE(orane::readChoiceBrief(orane::viewOf(u8("pas de choix")), filled, 12));
+    EXPECT_FALSE(orane::readChoiceTarget(orane::viewOf(u8("pas de cible")), filled, 13));
     const std::string guard = ") : CODE ERROR : Trying to read a choice in a string without choice token. "
                               "Fix -> Find Varek and kick his a**.";
     EXPECT_EQ(capture.lines(), (Lines{"ERROR (line 0) : Rien.", "ERROR (line 4294967295 - église_𝄞) : x",
