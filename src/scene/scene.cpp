@@ -31,10 +31,10 @@ public:
         }
         if (!readSceneLine(lines.front()))
             return false;
-        reserveChoices(lines);
+        reserveTexts(lines);
         bool readToTheEnd = true;
         for (std::size_t k = 1; k < lines.size() && readToTheEnd; ++k)
-            readToTheEnd = readLine(lines[k], firstLine_ + static_cast<std::uint32_t>(k));
+            readToTheEnd = readLine(lines, k);
         storeWriterTexts();
         storeLongDescription();
         return readToTheEnd && scene_.checkGameLogic(firstLine_);
@@ -56,11 +56,25 @@ private:
         return true;
     }
 
-    /// Every choice line holds a "*": counting those lines spares copying choices as they come.
-    void reserveChoices(const std::vector<CodePointView>& lines)
+    /// Every choice line holds a "*": counting those from the first choice on spares copying
+    /// the choices (and all their texts) as the vector grows.
+    void reserveChoices(const std::vector<CodePointView>& lines, std::size_t first)
     {
         const auto holdsStar = [](CodePointView line) { return line.find(U'*') != CodePointView::npos; };
-        scene_.choices.reserve(static_cast<std::size_t>(std::count_if(lines.begin() + 1, lines.end(), holdsStar)));
+        const auto from = lines.begin() + static_cast<std::ptrdiff_t>(first);
+        scene_.choices.reserve(static_cast<std::size_t>(std::count_if(from, lines.end(), holdsStar)));
+    }
+
+    /// No text of a scene is longer than all of its lines together.
+    void reserveTexts(const std::vector<CodePointView>& lines)
+    {
+        std::size_t length = 0;
+        for (CodePointView line : lines)
+            length += line.size() + 1;
+        for (CodePoints* text : {&oraneText_, &nathanText_, &longDescription_}) {
+            text->clear();
+            text->reserve(length);
+        }
     }
 
     static bool readSecondOfTwoWords(CodePointView line, CodePointView& second)
@@ -75,9 +89,12 @@ private:
         scene_.logError(L"Scene doesn't start with token " + TOKEN_SCENE + L".", firstLine_);
     }
 
-    /// Answers false at a fatal fault; warnings are reported and the line passed over.
-    bool readLine(CodePointView line, std::uint32_t number)
+    /// Reads line `k` of the scene. Answers false at a fatal fault; warnings are reported and
+    /// the line passed over.
+    bool readLine(const std::vector<CodePointView>& lines, std::size_t k)
     {
+        const CodePointView line = lines[k];
+        const std::uint32_t number = firstLine_ + static_cast<std::uint32_t>(k);
         if (line.empty())
             return true;
         const LineTokens tokens = findLineTokens(line);
@@ -87,8 +104,11 @@ private:
             return readWriterLine(TOKEN_ORANE, Writer::Orane, oraneSeen_, number);
         if (tokens.nathan)
             return readWriterLine(TOKEN_NATHAN, Writer::Nathan, nathanSeen_, number);
-        if (tokens.choice)
+        if (tokens.choice) {
+            if (!choicesBegun_)
+                reserveChoices(lines, k);
             return readChoiceLine(line, number);
+        }
         if (choicesBegun_ && tokens.nextScene)
             return readTargetLine(line, number);
         if (choicesBegun_)
@@ -126,8 +146,8 @@ private:
 
     bool readWriterLine(const sf::String& token, Writer writer, bool& seen, std::uint32_t number)
     {
-        const sf::String lowerName = writer == Writer::Orane ? L"orane" : L"nathan";
         if (seen) {
+            const sf::String lowerName = writer == Writer::Orane ? L"orane" : L"nathan";
             scene_.logError(L"Found more than one " + token + L" token. There can be only one text for "
                                 + lowerName + L" per scene.",
                             number);
@@ -235,10 +255,15 @@ private:
     bool oraneSeen_ = false;
     bool nathanSeen_ = false;
     bool choicesBegun_ = false;
-    CodePoints oraneText_;
-    CodePoints nathanText_;
-    CodePoints longDescription_;
+    // Kept from one scene to the next, so that a whole story is read with a few of them.
+    static thread_local CodePoints oraneText_;
+    static thread_local CodePoints nathanText_;
+    static thread_local CodePoints longDescription_;
 };
+
+thread_local CodePoints SceneReader::oraneText_;
+thread_local CodePoints SceneReader::nathanText_;
+thread_local CodePoints SceneReader::longDescription_;
 
 void writeReportLine(const std::string& text)
 {

@@ -62,6 +62,10 @@ LineTokens findLineTokens(CodePointView line)
     static const CodePointView nextScene = viewOf(TOKEN_NEXT_SCENE);
     LineTokens found;
     for (std::size_t index = 0; index < line.size(); ++index) {
+        // Every token starts at or below 'O': most of a line (small letters, accents) is
+        // passed over by this one test.
+        if (line[index] > U'O')
+            continue;
         switch (line[index]) {
         case U'F':
             found.forward = found.forward || tokenAt(line, index, forward);

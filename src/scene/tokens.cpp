@@ -1,5 +1,7 @@
 #include "scene/tokens.hpp"
 
+#include "scene/codepoints.hpp"
+
 #include <algorithm>
 
 namespace orane
@@ -7,8 +9,10 @@ namespace orane
 
 bool isSpecialSceneName(const sf::String& name)
 {
-    return std::find(SPECIAL_SCENE_NAMES.begin(), SPECIAL_SCENE_NAMES.end(), name)
-           != SPECIAL_SCENE_NAMES.end();
+    // Compared as views: the checks ask this of every link of a story.
+    const CodePointView view = viewOf(name);
+    const auto sameName = [view](const sf::String& special) { return viewOf(special) == view; };
+    return std::any_of(SPECIAL_SCENE_NAMES.begin(), SPECIAL_SCENE_NAMES.end(), sameName);
 }
 
 } // namespace orane

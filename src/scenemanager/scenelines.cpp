@@ -7,18 +7,19 @@ namespace orane
 
 void SceneLines::assign(const std::vector<std::string_view>& utf8Lines)
 {
-    codePoints_.clear();
-    ends_.clear();
-    for (std::string_view line : utf8Lines) {
-        TextFile::appendCodePoints(line, codePoints_);
-        ends_.push_back(codePoints_.size());
-    }
-    // Views are taken once the buffer has stopped growing.
+    std::size_t byteCount = 0;
+    for (std::string_view line : utf8Lines)
+        byteCount += line.size();
+    // A line never has more code points than bytes.
+    if (codePoints_.size() < byteCount)
+        codePoints_.resize(byteCount);
     views_.clear();
-    std::size_t begin = 0;
-    for (std::size_t end : ends_) {
-        views_.emplace_back(codePoints_.data() + begin, end - begin);
-        begin = end;
+    sf::Uint32* const buffer = codePoints_.data();
+    std::size_t used = 0;
+    for (std::string_view line : utf8Lines) {
+        const std::size_t count = TextFile::decodeLine(line, buffer + used);
+        views_.emplace_back(buffer + used, count);
+        used += count;
     }
 }
 

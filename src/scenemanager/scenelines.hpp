@@ -2,6 +2,8 @@
 
 #include "scene/codepoints.hpp"
 
+#include <SFML/Config.hpp>
+
 #include <string_view>
 #include <vector>
 
@@ -20,8 +22,8 @@ public:
     const std::vector<CodePointView>& views() const { return views_; }
 
 private:
-    CodePoints codePoints_;
-    std::vector<std::size_t> ends_;
+    /// Only ever grows: its size is its capacity, so that decoding never first fills it.
+    std::vector<sf::Uint32> codePoints_;
     std::vector<CodePointView> views_;
 };
 

@@ -2,13 +2,14 @@
 
 #include "scene/storytext.hpp"
 #include "scenemanager/fixedscenes.hpp"
+#include "scenemanager/sceneindex.hpp"
 #include "scenemanager/textfile.hpp"
 
 #include <ryn/core/assert.hpp>
 #include <ryn/core/console.hpp>
 
 #include <algorithm>
-#include <set>
+#include <unordered_set>
 
 namespace orane
 {
@@ -134,6 +135,12 @@ bool SceneManager::readSuspects(const std::string& storiesDirectory)
     return true;
 }
 
+struct SceneManager::StoringPlaces
+{
+    SceneMap::const_iterator scene;
+    std::map<sf::String, StoredOrigin, CodePointLess>::const_iterator origin;
+};
+
 bool SceneManager::loadStoryFile(std::string path)
 {
     const TextFile file = TextFile::load(path);
@@ -151,6 +158,7 @@ bool SceneManager::loadStoryFile(std::string path)
 
     const std::uint32_t fileIndex = static_cast<std::uint32_t>(storyFiles_.size());
     storyFiles_.push_back(path);
+    StoringPlaces places{scenes_.end(), origins_.end()};
     std::vector<std::string_view> block;
     std::uint32_t counter = 0;
     std::size_t offset = 0;
@@ -162,7 +170,7 @@ bool SceneManager::loadStoryFile(std::string path)
             // Text before the first scene is allowed and dropped, but its lines count.
             if (!block.empty()) {
                 const std::uint32_t firstLine = counter - static_cast<std::uint32_t>(block.size());
-                if (!parseBlock(block, firstLine, fileIndex)) {
+                if (!parseBlock(block, firstLine, fileIndex, places)) {
                     ryn::console::writeLine(L"ERROR : couldn't deserialize scene starting at line "
                                             + std::to_wstring(firstLine));
                     return false;
@@ -181,7 +189,7 @@ bool SceneManager::loadStoryFile(std::string path)
                                 + ". A story file must hold at least one SCENE line.");
         return false;
     }
-    if (!parseBlock(block, counter - static_cast<std::uint32_t>(block.size()), fileIndex)) {
+    if (!parseBlock(block, counter - static_cast<std::uint32_t>(block.size()), fileIndex, places)) {
         ryn::console::writeLine(L"ERROR : couldn't deserialize scene ending at line "
                                 + std::to_wstring(counter));
         return false;
@@ -192,7 +200,7 @@ bool SceneManager::loadStoryFile(std::string path)
 }
 
 bool SceneManager::parseBlock(const std::vector<std::string_view>& block, std::uint32_t firstLine,
-                              std::uint32_t fileIndex)
+                              std::uint32_t fileIndex, StoringPlaces& places)
 {
     blockLines_.assign(block);
     // The scene is read straight into a map node and the node moved in: sf::String cannot be
@@ -203,11 +211,15 @@ bool SceneManager::parseBlock(const std::vector<std::string_view>& block, std::u
     if (!scene.deserialize(blockLines_.views(), firstLine))
         return false;
     node.key() = scene.name;
-    const auto stored = scenes_.insert(std::move(node));
-    if (stored.inserted)
-        origins_.emplace(stored.position->first, StoredOrigin{fileIndex, firstLine});
-    else
-        skippedScenes_.push_back(SkippedScene{stored.node.mapped().name, SceneOrigin{storyFiles_[fileIndex], firstLine}});
+    // Authors often write scenes in the order of their names: the place after the last scene
+    // stored is then the right one, found without a search (any other place costs one).
+    const auto position = scenes_.insert(places.scene, std::move(node));
+    if (node.empty()) {
+        places.scene = std::next(position);
+        places.origin = std::next(origins_.emplace_hint(places.origin, position->first, StoredOrigin{fileIndex, firstLine}));
+    } else {
+        skippedScenes_.push_back(SkippedScene{node.mapped().name, SceneOrigin{storyFiles_[fileIndex], firstLine}});
+    }
     return true;
 }
 
@@ -311,8 +323,9 @@ const Scene& SceneManager::getCurrentScene() const
 bool SceneManager::checkLinks() const
 {
     bool allFound = true;
-    const auto leadsSomewhere = [this](const sf::String& target) {
-        return isSpecialSceneName(target) || scenes_.count(target) > 0;
+    const SceneIndex index(scenes_);
+    const auto leadsSomewhere = [&index](const sf::String& target) {
+        return isSpecialSceneName(target) || index.find(viewOf(target)) != nullptr;
     };
     for (const auto& [key, scene] : scenes_) {
         if (!scene.forward.isEmpty() && !leadsSomewhere(scene.forward)) {
@@ -320,10 +333,10 @@ bool SceneManager::checkLinks() const
                                     + quoted(scene.forward) + L".");
             allFound = false;
         }
-        for (std::size_t index = 0; index < scene.choices.size(); ++index) {
-            const sf::String& target = scene.choices[index].nextSceneName;
+        for (std::size_t choice = 0; choice < scene.choices.size(); ++choice) {
+            const sf::String& target = scene.choices[choice].nextSceneName;
             if (!leadsSomewhere(target)) {
-                ryn::console::writeLine(L"ERROR : Scene " + quoted(key) + L" choice " + decimal(index)
+                ryn::console::writeLine(L"ERROR : Scene " + quoted(key) + L" choice " + decimal(choice)
                                         + L" points to non-existing scene " + quoted(target) + L".");
                 allFound = false;
             }
@@ -351,7 +364,12 @@ bool SceneManager::checkStartScene() const
 
 bool SceneManager::canReachHub() const
 {
-    const auto leadsToHub = [](const sf::String& target) { return target == hubName() || target == arrestName(); };
+    const CodePointView hub = viewOf(hubName());
+    const CodePointView arrest = viewOf(arrestName());
+    const auto leadsToHub = [hub, arrest](const sf::String& target) {
+        const CodePointView name = viewOf(target);
+        return name == hub || name == arrest;
+    };
     for (const auto& entry : scenes_) {
         const Scene& scene = entry.second;
         if (leadsToHub(scene.forward))
@@ -389,40 +407,43 @@ bool SceneManager::checkSuspectScenes() const
     return playable;
 }
 
-bool SceneManager::chainsWithoutChoice(const Scene& scene) const
-{
-    return scene.choices.empty() && !scene.forward.isEmpty() && !isSpecialSceneName(scene.forward)
-           && scenes_.count(scene.forward) > 0;
-}
-
 bool SceneManager::checkForwardCycles() const
 {
     // Each scene without choices has one successor, so every walk ends at a scene with choices,
     // at a special scene, or in a cycle; each cycle is reported once, from where it is entered.
-    std::set<sf::String> done;
+    using Entry = SceneMap::value_type;
+    const SceneIndex index(scenes_);
+    const auto successor = [&index](const Entry& entry) -> const Entry* {
+        const Scene& scene = entry.second;
+        if (!scene.choices.empty() || scene.forward.isEmpty() || isSpecialSceneName(scene.forward))
+            return nullptr;
+        return index.find(viewOf(scene.forward));
+    };
+    std::unordered_set<const Entry*> done;
     bool noCycle = true;
-    for (const auto& entry : scenes_) {
-        if (!chainsWithoutChoice(entry.second))
+    for (const Entry& entry : scenes_) {
+        if (successor(entry) == nullptr)
             continue;
-        std::vector<sf::String> path;
-        std::set<sf::String> onPath;
-        sf::String name = entry.first;
-        while (done.count(name) == 0 && onPath.count(name) == 0 && chainsWithoutChoice(scenes_.at(name))) {
-            path.push_back(name);
-            onPath.insert(name);
-            name = scenes_.at(name).forward;
+        std::vector<const Entry*> path;
+        std::unordered_set<const Entry*> onPath;
+        const Entry* step = &entry;
+        for (const Entry* next = successor(*step); next != nullptr && done.count(step) == 0 && onPath.count(step) == 0;
+             next = successor(*step)) {
+            path.push_back(step);
+            onPath.insert(step);
+            step = next;
         }
-        if (onPath.count(name) > 0) {
+        if (onPath.count(step) > 0) {
             sf::String cycle;
-            for (auto step = std::find(path.begin(), path.end(), name); step != path.end(); ++step)
-                cycle += quoted(*step) + L" -> ";
-            ryn::console::writeLine(L"ERROR : Scenes " + cycle + quoted(name)
+            for (auto member = std::find(path.begin(), path.end(), step); member != path.end(); ++member)
+                cycle += quoted((*member)->first) + L" -> ";
+            ryn::console::writeLine(L"ERROR : Scenes " + cycle + quoted(step->first)
                                     + L" forward to one another without any choice, so play would "
                                       L"never stop.");
             noCycle = false;
         }
         done.insert(path.begin(), path.end());
-        done.insert(entry.first);
+        done.insert(&entry);
     }
     return noCycle;
 }

@@ -98,13 +98,14 @@ public:
 
 private:
     bool readSuspects(const std::string& storiesDirectory);
+    /// Where the last scene of a file went in each map: the next one most often follows it.
+    struct StoringPlaces;
     bool parseBlock(const std::vector<std::string_view>& block, std::uint32_t firstLine,
-                    std::uint32_t fileIndex);
+                    std::uint32_t fileIndex, StoringPlaces& places);
     bool checkStartScene() const;
     bool canReachHub() const;
     bool checkSuspectScenes() const;
     bool checkForwardCycles() const;
-    bool chainsWithoutChoice(const Scene& scene) const;
     void markSuspectVisited(const sf::String& suspectBeginScene);
 
     std::function<void(const Scene&)> newSceneCallback_;

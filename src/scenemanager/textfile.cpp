@@ -136,13 +136,13 @@ std::vector<sf::String> TextFile::lines() const
     // sf::String cannot be moved: growing the vector would deep-copy every line decoded so far.
     const auto readable = bytes_.begin() + static_cast<std::ptrdiff_t>(readableEnd_);
     decoded.reserve(static_cast<std::size_t>(std::count(bytes_.begin(), readable, '\n')) + 1);
-    CodePoints codePoints;
+    std::vector<sf::Uint32> codePoints;
     std::size_t offset = 0;
     std::string_view line;
     while (nextLine(offset, line)) {
-        codePoints.clear();
-        appendCodePoints(line, codePoints);
-        decoded.emplace_back(codePoints);
+        codePoints.resize(std::max(codePoints.size(), line.size()));
+        const std::size_t count = decodeLine(line, codePoints.data());
+        decoded.push_back(sf::String::fromUtf32(codePoints.data(), codePoints.data() + count));
     }
     return decoded;
 }
@@ -162,24 +162,36 @@ bool TextFile::nextLine(std::size_t& offset, std::string_view& line) const
     return true;
 }
 
-void TextFile::appendCodePoints(std::string_view line, CodePoints& codePoints)
+std::size_t TextFile::decodeLine(std::string_view line, sf::Uint32* out)
 {
-    // No line has more code points than bytes: write in place, then cut to what was decoded.
-    std::size_t count = codePoints.size();
-    codePoints.resize(count + line.size());
-    std::size_t index = 0;
-    while (index < line.size()) {
-        const auto lead = static_cast<unsigned char>(line[index]);
-        const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        if (line.size() - index < length)
+    const auto* byte = reinterpret_cast<const unsigned char*>(line.data());
+    const auto* const end = byte + line.size();
+    sf::Uint32* const first = out;
+    while (byte < end) {
+        if (end - byte >= 8 && eightAscii(reinterpret_cast<const char*>(byte))) {
+            for (int k = 0; k < 8; ++k)
+                out[k] = byte[k];
+            out += 8;
+            byte += 8;
+            continue;
+        }
+        const unsigned char lead = *byte;
+        if (lead < 0x80) {
+            *out++ = lead;
+            ++byte;
+            continue;
+        }
+        const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        // Unreachable for a checked line; stops at a cut sequence rather than reading past it.
+        if (static_cast<std::size_t>(end - byte) < length)
             break;
-        sf::Uint32 codePoint = length == 1 ? lead : lead & (0x7F >> length);
+        sf::Uint32 codePoint = lead & (0x7Fu >> length);
         for (std::size_t k = 1; k < length; ++k)
-            codePoint = (codePoint << 6) | (static_cast<unsigned char>(line[index + k]) & 0x3F);
-        codePoints[count++] = codePoint;
-        index += length;
+            codePoint = (codePoint << 6) | (byte[k] & 0x3Fu);
+        *out++ = codePoint;
+        byte += length;
     }
-    codePoints.resize(count);
+    return static_cast<std::size_t>(out - first);
 }
 
 } // namespace orane

@@ -52,8 +52,9 @@ public:
     /// The view lives as long as this file.
     bool nextLine(std::size_t& offset, std::string_view& line) const;
 
-    /// Appends the code points of `line`, a view given by nextLine, to `codePoints`.
-    static void appendCodePoints(std::string_view line, CodePoints& codePoints);
+    /// Writes the code points of `line`, a view given by nextLine, from `out` on and answers how
+    /// many there are; `out` must have room for line.size() of them (never fewer than needed).
+    static std::size_t decodeLine(std::string_view line, sf::Uint32* out);
 
     /// 0-based index, in the file, of the line that holds the first invalid byte.
     std::size_t invalidLineIndex() const { return invalidLineIndex_; }
