@@ -106,7 +106,8 @@ bool SceneManager::loadStoryFrom(const std::string& storiesDirectory)
         if (!loadStoryFile(storiesDirectory + fileName))
             return false;
     }
-    if (!checkLinks() || !checkPlayability())
+    const SceneIndex index(scenes_);
+    if (!checkLinks(index) || !checkPlayability(index))
         return false;
     playCurrentScene();
     return true;
@@ -322,12 +323,17 @@ const Scene& SceneManager::getCurrentScene() const
 
 bool SceneManager::checkLinks() const
 {
+    return checkLinks(SceneIndex(scenes_));
+}
+
+bool SceneManager::checkLinks(const SceneIndex& index) const
+{
     bool allFound = true;
-    const SceneIndex index(scenes_);
     const auto leadsSomewhere = [&index](const sf::String& target) {
         return isSpecialSceneName(target) || index.find(viewOf(target)) != nullptr;
     };
-    for (const auto& [key, scene] : scenes_) {
+    for (const SceneIndex::Entry* entry : index.entries()) {
+        const auto& [key, scene] = *entry;
         if (!scene.forward.isEmpty() && !leadsSomewhere(scene.forward)) {
             ryn::console::writeLine(L"ERROR : Scene " + quoted(key) + L" forwards to non-existing scene "
                                     + quoted(scene.forward) + L".");
@@ -347,9 +353,14 @@ bool SceneManager::checkLinks() const
 
 bool SceneManager::checkPlayability() const
 {
+    return checkPlayability(SceneIndex(scenes_));
+}
+
+bool SceneManager::checkPlayability(const SceneIndex& index) const
+{
     const bool startFound = checkStartScene();
-    const bool suspectsPlayable = checkSuspectScenes();
-    const bool forwardsEnd = checkForwardCycles();
+    const bool suspectsPlayable = checkSuspectScenes(index);
+    const bool forwardsEnd = checkForwardCycles(index);
     return startFound && suspectsPlayable && forwardsEnd;
 }
 
@@ -362,7 +373,7 @@ bool SceneManager::checkStartScene() const
     return false;
 }
 
-bool SceneManager::canReachHub() const
+bool SceneManager::canReachHub(const SceneIndex& index) const
 {
     const CodePointView hub = viewOf(hubName());
     const CodePointView arrest = viewOf(arrestName());
@@ -370,8 +381,8 @@ bool SceneManager::canReachHub() const
         const CodePointView name = viewOf(target);
         return name == hub || name == arrest;
     };
-    for (const auto& entry : scenes_) {
-        const Scene& scene = entry.second;
+    for (const SceneIndex::Entry* entry : index.entries()) {
+        const Scene& scene = entry->second;
         if (leadsToHub(scene.forward))
             return true;
         for (const Choice& choice : scene.choices) {
@@ -382,10 +393,10 @@ bool SceneManager::canReachHub() const
     return false;
 }
 
-bool SceneManager::checkSuspectScenes() const
+bool SceneManager::checkSuspectScenes(const SceneIndex& index) const
 {
     // Suspects are only ever offered by the hub (the arrest scene leads back to it).
-    if (!canReachHub())
+    if (!canReachHub(index))
         return true;
     bool playable = true;
     for (const auto& suspect : suspectsVisited_) {
@@ -407,12 +418,11 @@ bool SceneManager::checkSuspectScenes() const
     return playable;
 }
 
-bool SceneManager::checkForwardCycles() const
+bool SceneManager::checkForwardCycles(const SceneIndex& index) const
 {
     // Each scene without choices has one successor, so every walk ends at a scene with choices,
     // at a special scene, or in a cycle; each cycle is reported once, from where it is entered.
-    using Entry = SceneMap::value_type;
-    const SceneIndex index(scenes_);
+    using Entry = SceneIndex::Entry;
     const auto successor = [&index](const Entry& entry) -> const Entry* {
         const Scene& scene = entry.second;
         if (!scene.choices.empty() || scene.forward.isEmpty() || isSpecialSceneName(scene.forward))
@@ -421,7 +431,8 @@ bool SceneManager::checkForwardCycles() const
     };
     std::unordered_set<const Entry*> done;
     bool noCycle = true;
-    for (const Entry& entry : scenes_) {
+    for (const Entry* start : index.entries()) {
+        const Entry& entry = *start;
         if (successor(entry) == nullptr)
             continue;
         std::vector<const Entry*> path;

@@ -2,6 +2,7 @@
 
 #include "scene/scene.hpp"
 #include "scenemanager/scenemanagerowner.hpp"
+#include "scenemanager/sceneindex.hpp"
 #include "scenemanager/scenelines.hpp"
 #include "scenemanager/scenemap.hpp"
 
@@ -98,14 +99,17 @@ public:
 
 private:
     bool readSuspects(const std::string& storiesDirectory);
+    /// The checks over an index of scenes_ as they stand.
+    bool checkLinks(const SceneIndex& index) const;
+    bool checkPlayability(const SceneIndex& index) const;
     /// Where the last scene of a file went in each map: the next one most often follows it.
     struct StoringPlaces;
     bool parseBlock(const std::vector<std::string_view>& block, std::uint32_t firstLine,
                     std::uint32_t fileIndex, StoringPlaces& places);
     bool checkStartScene() const;
-    bool canReachHub() const;
-    bool checkSuspectScenes() const;
-    bool checkForwardCycles() const;
+    bool canReachHub(const SceneIndex& index) const;
+    bool checkSuspectScenes(const SceneIndex& index) const;
+    bool checkForwardCycles(const SceneIndex& index) const;
     void markSuspectVisited(const sf::String& suspectBeginScene);
 
     std::function<void(const Scene&)> newSceneCallback_;

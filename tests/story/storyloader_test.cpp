@@ -1,5 +1,6 @@
 #include "storytesting.hpp"
 
+#include "scenemanager/sceneindex.hpp"
 #include "scenemanager/textfile.hpp"
 
 using namespace storytesting;
@@ -206,6 +207,58 @@ TEST(StoryLoader, RefusesStoriesThatCouldNotBePlayedToTheEnd)
         EXPECT_EQ(player.report, expected);
         EXPECT_TRUE(player.events.empty());
     }
+}
+
+} // namespace
+
+namespace
+{
+
+TEST(StoryLoader, StoresScenesWrittenInAnyOrderEachWithItsOwnLine)
+{
+    // Names rising, falling, then back before them, with a repeat: the loader guesses that each
+    // scene goes after the last one, and the repeat must still be found and dropped.
+    const std::vector<std::string> names = {"c10", "c11", "c12", "b9", "b3", "d1", "a0", "c11", "c13", "e"};
+    std::string story = BEGIN;
+    for (const std::string& name : names)
+        story += "SCENE " + name + "\nORANE\n" + name + " ici.\nFORWARD end\n";
+    const Player player = load("", story);
+    ASSERT_TRUE(player.loaded) << ::testing::PrintToString(player.report);
+
+    const orane::SceneManager& manager = player.manager();
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        const auto origin = manager.findOrigin(u8(names[index]));
+        ASSERT_TRUE(origin.has_value()) << names[index];
+        const std::uint32_t firstWritten = index == 7 ? 8u : 4u + 4u * static_cast<std::uint32_t>(index);
+        EXPECT_EQ(origin->line, firstWritten) << names[index];
+    }
+    EXPECT_EQ(describe(manager.scenes().at(u8("c11"))), "c11|c11 ici.\n||end");
+    Lines stored;
+    for (const auto& entry : manager.scenes())
+        stored.push_back(utf8(entry.first));
+    EXPECT_EQ(stored, (Lines{"a0", "b3", "b9", "begin", "c10", "c11", "c12", "c13", "d1", "e", "end", "game_over", "hub"}));
+    ASSERT_EQ(manager.skippedScenes().size(), 1u);
+    EXPECT_EQ(manager.skippedScenes()[0].origin.line, 32u);
+}
+
+TEST(SceneIndex, FindsEveryStoredNameAndNothingElse)
+{
+    // Enough names that runs of slots meet, names that are prefixes of one another, and code
+    // points beyond U+FFFF.
+    orane::SceneMap scenes;
+    for (int number = 0; number < 3000; ++number)
+        scenes.try_emplace(u8("scène_" + std::to_string(number) + (number % 7 == 0 ? "𝄞" : "")));
+    scenes.try_emplace(sf::String());
+    const orane::SceneIndex index(scenes);
+
+    ASSERT_EQ(index.entries().size(), scenes.size());
+    auto entry = index.entries().begin();
+    for (const auto& stored : scenes) {
+        EXPECT_EQ(*entry++, &stored);
+        EXPECT_EQ(index.find(orane::viewOf(stored.first)), &stored);
+    }
+    for (const std::string absent : {"scène_7", "scène_3000", "scène_", "scène_12𝄞", "scene_1", "scène_10 "})
+        EXPECT_EQ(index.find(orane::viewOf(u8(absent))), nullptr) << absent;
 }
 
 } // namespace
