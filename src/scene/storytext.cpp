@@ -38,7 +38,8 @@ bool mayStartToken(const sf::Uint32* codePoints)
     for (std::size_t half = 0; half < 2; ++half) {
         FourCodePoints c;
         std::memcpy(&c, codePoints + 4 * half, sizeof c);
-        hits |= (c == U'F') | (c == U'O') | (c == U'N') | (c == U'*') | (c == U'-');
+        hits |= (c == sf::Uint32{'F'}) | (c == sf::Uint32{'O'}) | (c == sf::Uint32{'N'}) | (c == sf::Uint32{'*'})
+                | (c == sf::Uint32{'-'});
     }
     return (hits[0] | hits[1] | hits[2] | hits[3]) != 0;
 }
