@@ -11,7 +11,7 @@ bool isSpecialSceneName(const sf::String& name)
 {
     // Compared as views: the checks ask this of every link of a story.
     const CodePointView view = viewOf(name);
-    const auto sameName = [view](const sf::String& special) { return viewOf(special) == view; };
+    const auto sameName = [view](const sf::String& reserved) { return viewOf(reserved) == view; };
     return std::any_of(SPECIAL_SCENE_NAMES.begin(), SPECIAL_SCENE_NAMES.end(), sameName);
 }
 
