@@ -31,7 +31,7 @@ public:
         }
         if (!readSceneLine(lines.front()))
             return false;
-        reserveTexts(lines);
+        clearTexts();
         bool readToTheEnd = true;
         for (std::size_t k = 1; k < lines.size() && readToTheEnd; ++k)
             readToTheEnd = readLine(lines, k);
@@ -65,16 +65,10 @@ private:
         scene_.choices.reserve(static_cast<std::size_t>(std::count_if(from, lines.end(), holdsStar)));
     }
 
-    /// No text of a scene is longer than all of its lines together.
-    void reserveTexts(const std::vector<CodePointView>& lines)
+    void clearTexts()
     {
-        std::size_t length = 0;
-        for (CodePointView line : lines)
-            length += line.size() + 1;
-        for (CodePoints* text : {&oraneText_, &nathanText_, &longDescription_}) {
+        for (CodePoints* text : {&oraneText_, &nathanText_, &longDescription_})
             text->clear();
-            text->reserve(length);
-        }
     }
 
     static bool readSecondOfTwoWords(CodePointView line, CodePointView& second)

@@ -55,16 +55,7 @@ void reportMissingChoiceToken(std::uint32_t lineNumber)
 
 bool containsToken(CodePointView line, CodePointView token)
 {
-    if (token.empty())
-        return true;
-    // Tokens start with a character that prose seldom holds: look for it alone first.
-    const sf::Uint32 head = token.front();
-    for (auto at = std::find(line.begin(), line.end(), head); at != line.end();
-         at = std::find(at + 1, line.end(), head)) {
-        if (tokenAt(line, static_cast<std::size_t>(at - line.begin()), token))
-            return true;
-    }
-    return false;
+    return line.find(token) != CodePointView::npos;
 }
 
 bool containsToken(const sf::String& line, const sf::String& token)

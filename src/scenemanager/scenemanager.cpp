@@ -43,14 +43,14 @@ bool opensScene(std::string_view line)
     return line.find("SCENE") != std::string_view::npos;
 }
 
-/// The loader's number for the line that starts at `offset` in `file`: comment lines are not
-/// counted.
-std::uint32_t countedLineNumber(const TextFile& file, std::size_t end)
+/// The loader's number for the first line that `file` cannot give (its invalid one): comment
+/// lines are not counted.
+std::uint32_t countedLinesBeforeInvalid(const TextFile& file)
 {
     std::uint32_t number = 0;
     std::size_t offset = 0;
     std::string_view line;
-    while (offset < end && file.nextLine(offset, line)) {
+    while (file.nextLine(offset, line)) {
         if (!isComment(line))
             ++number;
     }
@@ -148,8 +148,7 @@ bool SceneManager::loadStoryFile(std::string path)
     if (file.status() == TextFile::STATUS::CANNOT_OPEN)
         return false;
     if (file.status() == TextFile::STATUS::INVALID_UTF8) {
-        // Every line before the invalid one is readable: they are the ones nextLine gives.
-        reportInvalidUtf8(path, countedLineNumber(file, std::string::npos));
+        reportInvalidUtf8(path, countedLinesBeforeInvalid(file));
         return false;
     }
     if (file.status() == TextFile::STATUS::TOO_LARGE) {
