@@ -17,6 +17,14 @@ namespace
 
 constexpr sf::Uint32 BLANK = U' ';
 constexpr sf::Uint32 LINE_FEED = U'\n';
+constexpr sf::Uint32 OPENING_GUILLEMET = U'\u00AB';
+
+/// French sets a space before these marks, and a line never starts with one of them.
+bool staysWithWordBefore(sf::Uint32 character)
+{
+    return character == U';' || character == U':' || character == U'!' || character == U'?'
+           || character == U'\u00BB';
+}
 
 /// Adds the text one character at a time and breaks where the reference would, measuring only
 /// what changed: the open (last) line as it grows, and the one line that a break cuts in two.
@@ -53,11 +61,12 @@ private:
     sf::Transform transform_;
     float maxWidth_ = 0.f;
     std::basic_string<sf::Uint32> text_;
-    std::vector<std::size_t> blanks_; ///< positions >= 1 of the blanks, increasing
+    std::vector<std::size_t> blanks_; ///< positions >= 1 of the blanks a line may end at, increasing
     std::vector<Line> lines_;         ///< by start; the last one is open
     TextLayout::Pen pen_;             ///< at the end of the open line
     std::multiset<float> closedMinX_;
     std::multiset<float> closedMaxX_;
+    bool afterOpeningGuillemet_ = false; ///< only blanks since the last «
 };
 
 LineBreaker::LineBreaker(const sf::Text& writer, float maxWidth)
@@ -83,8 +92,15 @@ void LineBreaker::append(sf::Uint32 character)
 {
     text_.push_back(character);
     const std::size_t index = text_.size() - 1;
-    if (character == BLANK && index >= 1)
+    // Blanks after an opening guillemet, or before ; : ! ? or a closing guillemet, hold their
+    // neighbours together as no-break spaces would: no line ends with « nor starts with the mark.
+    if (character == BLANK && index >= 1 && !afterOpeningGuillemet_)
         blanks_.push_back(index);
+    else if (staysWithWordBefore(character))
+        for (std::size_t blank = index; !blanks_.empty() && blanks_.back() + 1 == blank; --blank)
+            blanks_.pop_back();
+    if (character != BLANK)
+        afterOpeningGuillemet_ = character == OPENING_GUILLEMET;
     layout_.lay(pen_, character);
     if (character == LINE_FEED)
         closeOpenLine(pen_.extent, index + 1);
@@ -165,7 +181,8 @@ void LineBreaker::breakOverlongWord()
     if (character == BLANK)
     {
         // The word fits but not the blank after it: the blank itself ends the line.
-        blanks_.pop_back();
+        if (!blanks_.empty() && blanks_.back() == last)
+            blanks_.pop_back();
         text_[last] = LINE_FEED;
         closeOpenLine(layRange(start, last + 1).extent, last + 1);
         pen_ = TextLayout::penForLineAt(last + 1);

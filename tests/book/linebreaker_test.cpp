@@ -52,6 +52,36 @@ std::vector<sf::String> shuffledTexts(unsigned int seed, int count, int maxWords
     return texts;
 }
 
+bool staysWithWordBefore(sf::Uint32 character)
+{
+    return character == U';' || character == U':' || character == U'!' || character == U'?' || character == U'»';
+}
+
+/// The text without the blanks that French sets after « and before ; : ! ? », which the notebook
+/// never breaks at: what is left is broken exactly as the reference breaks it.
+sf::String withoutBoundBlanks(const sf::String& text)
+{
+    sf::String kept;
+    std::size_t i = 0;
+    while (i < text.getSize())
+    {
+        if (text[i] != U' ')
+        {
+            kept += text[i++];
+            continue;
+        }
+        std::size_t end = i;
+        while (end < text.getSize() && text[end] == U' ')
+            ++end;
+        const bool afterGuillemet = i > 0 && text[i - 1] == U'«';
+        const bool beforeMark = end < text.getSize() && staysWithWordBefore(text[end]);
+        if (!afterGuillemet && !beforeMark)
+            kept += text.substring(i, end - i);
+        i = end;
+    }
+    return kept;
+}
+
 float boundsWidth(sf::Text& writer, const sf::String& text)
 {
     writer.setString(text);
@@ -86,19 +116,26 @@ TEST_P(LineBreakerTest, BreaksLikeTheReference)
     // Where the notebook draws: the position enters the arithmetic of the bounds.
     game.setPosition(842.f, 216.f);
     reference.setPosition(842.f, 216.f);
+    const sf::String prose = withoutBoundBlanks(u8(FRENCH_PROSE));
     for (const float width : {LINE_WIDTH, 250.f, 120.f})
-        EXPECT_EQ(utf8(orane::breakLinesReference(u8(FRENCH_PROSE), reference, width)),
-                  utf8(orane::breakLines(u8(FRENCH_PROSE), game, width)));
-    for (const sf::String& text : shuffledTexts(2024, 100, 160))
+        EXPECT_EQ(utf8(orane::breakLinesReference(prose, reference, width)),
+                  utf8(orane::breakLines(prose, game, width)));
+    for (const sf::String& shuffled : shuffledTexts(2024, 100, 160))
+    {
+        const sf::String text = withoutBoundBlanks(shuffled);
         ASSERT_EQ(utf8(orane::breakLinesReference(text, reference, LINE_WIDTH)),
                   utf8(orane::breakLines(text, game, LINE_WIDTH)));
+    }
 
     // In italics a descender at the start of a line reaches left of the pen, so the text's
     // bounds are wider than any of its lines: the reference then breaks an earlier line.
     game.setStyle(sf::Text::Italic);
-    for (const sf::String& text : shuffledTexts(7, 40, 60))
+    for (const sf::String& shuffled : shuffledTexts(7, 40, 60))
+    {
+        const sf::String text = withoutBoundBlanks(shuffled);
         ASSERT_EQ(utf8(orane::breakLinesReference(text, game, LINE_WIDTH)),
                   utf8(orane::breakLines(text, game, LINE_WIDTH)));
+    }
     const sf::String last = u8("mmmmmmmmmmmm");
     const sf::String both = u8("jg ab cd\n") + last;
     const float lastAlone = boundsWidth(game, last);
@@ -112,10 +149,11 @@ TEST_P(LineBreakerTest, BreaksLikeTheReferenceWhenChoicesAreAppended)
 {
     // The page keeps its earlier breaks and is broken again with each answer added below.
     sf::Text text = writer();
-    sf::String game = orane::breakLines(u8(FRENCH_PROSE), text, LINE_WIDTH);
+    sf::String game = orane::breakLines(withoutBoundBlanks(u8(FRENCH_PROSE)), text, LINE_WIDTH);
     sf::String reference = game;
-    for (const sf::String& answer : shuffledTexts(99, 8, 30))
+    for (const sf::String& shuffled : shuffledTexts(99, 8, 30))
     {
+        const sf::String answer = withoutBoundBlanks(shuffled);
         game = orane::breakLines(game + sf::String(U'\n') + answer, text, LINE_WIDTH);
         reference = orane::breakLinesReference(reference + sf::String(U'\n') + answer, text, LINE_WIDTH);
         ASSERT_EQ(utf8(reference), utf8(game));
@@ -189,6 +227,59 @@ TEST_P(LineBreakerTest, BreaksInsideAWordWiderThanTheLine)
     const sf::String fills = u8("Saint-Germain-des-Prés");
     const float width = (boundsWidth(text, fills) + boundsWidth(text, fills + u8(" "))) / 2.f;
     EXPECT_EQ("Saint-Germain-des-Prés\nà minuit", utf8(orane::breakLines(fills + u8(" à minuit"), text, width)));
+}
+
+TEST_P(LineBreakerTest, KeepsFrenchMarksWithTheirWords)
+{
+    sf::Text text = writer();
+    const auto wrap = [&](const std::string& source, float width) {
+        return utf8(orane::breakLines(u8(source), text, width));
+    };
+
+    // A line exactly full keeps its mark; a hair narrower, the mark goes down with its word.
+    const float full = boundsWidth(text, u8("Qui donc ?"));
+    EXPECT_EQ("Qui donc ?", wrap("Qui donc ?", full));
+    ASSERT_EQ("Qui donc\n?", utf8(orane::breakLinesReference(u8("Qui donc ?"), text, full - 0.5f)));
+    EXPECT_EQ("Qui\ndonc ?", wrap("Qui donc ?", full - 0.5f));
+
+    // Several bound blanks in a row make one unit; the blank before « is still a break.
+    const std::string cry = "Il a crié « Non ! » ; puis";
+    const float crowded = boundsWidth(text, u8("Il a crié « Non ! » ;")) - 0.5f;
+    ASSERT_EQ("Il a crié « Non ! »\n; puis", utf8(orane::breakLinesReference(u8(cry), text, crowded)));
+    EXPECT_EQ("Il a crié\n« Non ! » ; puis", wrap(cry, crowded));
+
+    // « at the very end, even followed by a blank that overflows, never ends a line alone.
+    const float said = boundsWidth(text, u8("Il a écrit"));
+    EXPECT_EQ("Il a\nécrit « ", wrap("Il a écrit « ", said - 0.5f));
+    const float open = (boundsWidth(text, u8("Il a écrit ")) + boundsWidth(text, u8("Il a écrit «"))) / 2.f;
+    EXPECT_EQ("Il a écrit\n« ", wrap("Il a écrit « ", open));
+
+    // Whatever the text, a break never parts a mark from the word before it, nor « from the word
+    // after it, and only blanks turn into line feeds.
+    for (const sf::String& source : shuffledTexts(31, 60, 80))
+    {
+        const sf::String broken = orane::breakLines(source, text, LINE_WIDTH);
+        ASSERT_EQ(source.getSize(), broken.getSize()) << utf8(broken);
+        for (std::size_t i = 0; i < source.getSize(); ++i)
+        {
+            if (source[i] == broken[i])
+                continue;
+            ASSERT_TRUE(source[i] == U' ' && broken[i] == U'\n') << utf8(broken);
+            ASSERT_FALSE(i + 1 < source.getSize() && staysWithWordBefore(source[i + 1])) << utf8(broken);
+            ASSERT_FALSE(i > 0 && source[i - 1] == U'«') << utf8(broken);
+        }
+    }
+}
+
+TEST(LineBreakerHubTest, TheHubQuestionKeepsItsQuestionMark)
+{
+    // The hub's fixed question in Orane's hand, across the page: the reference left "?" alone.
+    sf::Text text("", booktesting::resourceFont("orane.ttf"), 20);
+    const sf::String question = u8("Très bien, dites moi sur qui pensez-vous enquêter ?");
+    ASSERT_EQ("Très bien, dites moi sur qui pensez-vous enquêter\n?",
+              utf8(orane::breakLinesReference(question, text, LINE_WIDTH)));
+    EXPECT_EQ("Très bien, dites moi sur qui pensez-vous\nenquêter ?",
+              utf8(orane::breakLines(question, text, LINE_WIDTH)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Writers, LineBreakerTest, ::testing::Values("orane.ttf", "nathan.ttf"),
