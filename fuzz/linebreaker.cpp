@@ -1,6 +1,7 @@
 // The notebook's line breaker against the character-by-character reference: the same lines
 // wherever no word is wider than a line (there the breaker cuts the word, the reference lets it
-// run off the page).
+// run off the page). French blanks, after « and before ; : ! ? », are never breaks for the
+// notebook and may be for the reference: a text that holds one is checked for that rule instead.
 //
 // Input layout: one byte for the hand and style, one for the line width, then UTF-8 text.
 
@@ -40,14 +41,61 @@ const sf::Font& hand(std::size_t index)
     return *fonts[index % fonts.size()];
 }
 
-bool isBreak(sf::Uint32 character)
+bool staysWithWordBefore(sf::Uint32 character)
 {
-    return character == U' ' || character == U'\n';
+    return character == U';' || character == U':' || character == U'!' || character == U'?' || character == U'\u00BB';
 }
 
-/// True when some word, alone on a line, or with the blank that follows it, is wider than
-/// `maxWidth` in the writer's font and style. The text's very first character is never a break,
-/// so a blank there belongs to the first word.
+/// A blank in a run that follows « or comes just before a mark that stays with its word.
+bool isBoundBlank(const sf::String& text, std::size_t index)
+{
+    std::size_t before = index;
+    while (before > 0 && text[before - 1] == U' ')
+        --before;
+    std::size_t after = index;
+    while (after < text.getSize() && text[after] == U' ')
+        ++after;
+    return (before > 0 && text[before - 1] == U'\u00AB')
+           || (after < text.getSize() && staysWithWordBefore(text[after]));
+}
+
+bool isBreak(const sf::String& text, std::size_t index)
+{
+    return text[index] == U'\n' || (text[index] == U' ' && !isBoundBlank(text, index));
+}
+
+bool holdsBoundBlank(const sf::String& text)
+{
+    for (std::size_t i = 0; i < text.getSize(); ++i)
+        if (text[i] == U' ' && isBoundBlank(text, i))
+            return true;
+    return false;
+}
+
+/// Only blanks turned into line feeds, and never one just before a mark that stays with its word
+/// nor one after «.
+bool keepsMarksWithTheirWords(const sf::String& text, const sf::String& broken)
+{
+    if (broken.getSize() != text.getSize())
+        return false;
+    for (std::size_t i = 0; i < text.getSize(); ++i) {
+        if (text[i] == broken[i])
+            continue;
+        if (text[i] != U' ' || broken[i] != U'\n')
+            return false;
+        const bool beforeMark = i + 1 < text.getSize() && staysWithWordBefore(text[i + 1]);
+        std::size_t before = i;
+        while (before > 0 && text[before - 1] == U' ')
+            --before;
+        if (beforeMark || (before > 0 && text[before - 1] == U'\u00AB'))
+            return false;
+    }
+    return true;
+}
+
+/// True when some word (with the marks its bound blanks hold to it), alone on a line, or with the
+/// blank that follows it, is wider than `maxWidth` in the writer's font and style. The text's very
+/// first character is never a break, so a blank there belongs to the first word.
 bool hasOverlongWord(const sf::String& text, const sf::Text& writer, float maxWidth)
 {
     sf::Text measure = writer;
@@ -58,7 +106,7 @@ bool hasOverlongWord(const sf::String& text, const sf::Text& writer, float maxWi
     std::size_t start = 0;
     while (start < text.getSize()) {
         std::size_t end = start == 0 && text[0] == U' ' ? 1 : start;
-        while (end < text.getSize() && !isBreak(text[end]))
+        while (end < text.getSize() && !isBreak(text, end))
             ++end;
         const bool blankFollows = end < text.getSize() && text[end] == U' ';
         if (end > start && tooWide(text.substring(start, end - start + (blankFollows ? 1 : 0))))
@@ -89,7 +137,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     sf::Text referenceWriter = writer;
 
     const sf::String broken = orane::breakLines(text, writer, maxWidth);
-    if (!hasOverlongWord(text, writer, maxWidth)) {
+    if (hasOverlongWord(text, writer, maxWidth))
+        return 0;
+    if (holdsBoundBlank(text)) {
+        if (!keepsMarksWithTheirWords(text, broken))
+            std::fprintf(stderr, "width %g\nbroken: [%s]\n", maxWidth,
+                         ryn::console::toUtf8(broken.toWideString()).c_str());
+        fuzzing::require(keepsMarksWithTheirWords(text, broken), "no line parts a French mark from its word");
+    } else {
         const sf::String expected = orane::breakLinesReference(text, referenceWriter, maxWidth);
         if (broken != expected)
             std::fprintf(stderr, "width %g\nbreaker:   [%s]\nreference: [%s]\n", maxWidth,
