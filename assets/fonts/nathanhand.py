@@ -19,9 +19,9 @@ from fontTools.ttLib import TTFont
 
 FAMILY = "Nathan Brush"
 POSTSCRIPT_NAME = "NathanBrush-Regular"
-# Leckerli's guillemets at this fraction of their size sit as high as Kaushan's lower case.
+# Chosen by eye on the notebook's page: Leckerli's guillemets at three quarters of their size are
+# about as tall as Kaushan's lower case, and slanted by a fifth (some 11 degrees) they lean with it.
 SCALE = 0.75
-# Kaushan's lean, measured on the stems of its n and l.
 SLANT = 0.2
 SIDE_BEARING = 30
 GUILLEMETS = {0xAB: "guillemotleft", 0xBB: "guillemotright"}
