@@ -35,13 +35,13 @@ remove() {
     DEBIAN_FRONTEND=noninteractive $SUDO apt-get remove -y -qq orane >/dev/null 2>&1 || true
 }
 trap remove EXIT
-DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq "$package" >"$out/apt-install.log" 2>&1 \
+DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq -o DPkg::Lock::Timeout=300 "$package" >"$out/apt-install.log" 2>&1 \
     || { cat "$out/apt-install.log"; exit 1; }
 dpkg-query -L orane >"$out/files.txt"
 
 ALSOFT_DRIVERS=null python3 "$here/first_page.py" orane "$out/first-page.png"
 
-DEBIAN_FRONTEND=noninteractive $SUDO apt-get remove -y -qq orane >"$out/apt-remove.log" 2>&1
+DEBIAN_FRONTEND=noninteractive $SUDO apt-get remove -y -qq -o DPkg::Lock::Timeout=300 orane >"$out/apt-remove.log" 2>&1
 trap - EXIT
 # Every file is gone; a folder may stay only when another package owns it or still holds files.
 left=""
