@@ -64,7 +64,8 @@ public:
 protected:
     /// What every `createWindow` does, with the style of the caller's choice: opens at
     /// width x height, 32 bits per pixel, default context, applies the frame-rate limit and
-    /// tells the listeners.
+    /// tells the listeners. Too large for the work area, the window opens at the largest size
+    /// of the same proportions that fits, centred in it, with a canvas of width x height.
     void openWindow(unsigned width, unsigned height, sf::Uint32 style);
     /// The desktop's work area, which a window and its decorations must fit in.
     virtual sf::IntRect workArea() const;
