@@ -1,7 +1,8 @@
 #!/bin/sh
 # Installs what is missing, builds, and runs every test. Without a display the tests get a
 # virtual one: windows, fonts, textures and shaders need an OpenGL context.
-# Then a short fuzzing run (FUZZ_SECONDS per target, 20 by default), a one-minute soak of the game,
+# Then the Debian package: built, checked, installed, played from another folder and removed;
+# then a short fuzzing run (FUZZ_SECONDS per target, 20 by default), a one-minute soak of the game,
 # and the same suite again built with AddressSanitizer and UndefinedBehaviorSanitizer.
 # ORANE_QUICK=1 stops after the first suite.
 set -e
@@ -20,6 +21,9 @@ suite() {
 
 suite build
 [ "${ORANE_QUICK:-0}" = 1 ] && exit 0
+
+echo "== package"
+sh tests/package/check.sh build
 
 echo "== fuzzing"
 FUZZ_SECONDS=${FUZZ_SECONDS:-20} fuzz/run

@@ -55,6 +55,25 @@ add_custom_command(
     VERBATIM)
 list(APPEND ORANE_GENERATED_OUTPUTS ${ORANE_AUDIO_OUTPUTS})
 
+# The game's icon at every size of the hicolor theme, for installing; the desktop names it so.
+set(ORANE_ICON_NAME games.orane.Orane)
+set(ORANE_ICON_SIZES 16 22 24 32 48 64 128 256 512)
+set(ORANE_ICONS ${CMAKE_BINARY_DIR}/icons)
+add_executable(orane_icongen ${CMAKE_CURRENT_SOURCE_DIR}/icongen/main.cpp)
+target_link_libraries(orane_icongen PRIVATE orane_texturegen_painters)
+orane_generator_options(orane_icongen)
+set(ORANE_ICON_OUTPUTS)
+foreach(size IN LISTS ORANE_ICON_SIZES)
+    list(APPEND ORANE_ICON_OUTPUTS ${ORANE_ICONS}/${size}x${size}/apps/${ORANE_ICON_NAME}.png)
+endforeach()
+add_custom_command(
+    OUTPUT ${ORANE_ICON_OUTPUTS}
+    COMMAND orane_icongen ${ORANE_ICONS} ${ORANE_ICON_NAME}
+    DEPENDS orane_icongen
+    COMMENT "Painting the icon"
+    VERBATIM)
+add_custom_target(orane_icons ALL DEPENDS ${ORANE_ICON_OUTPUTS})
+
 if(ORANE_BUILD_TESTS)
     find_package(GTest REQUIRED)
     include(GoogleTest)

@@ -6,7 +6,9 @@ set -e
 ORANE_PACKAGES="build-essential cmake pkg-config libsfml-dev libgtest-dev libgmock-dev \
 libbenchmark-dev xvfb xauth x11-utils xdotool imagemagick libgl1-mesa-dri \
 fonts-dancingscript fonts-kaushanscript fonts-courier-prime graphviz sox \
-libsox-fmt-all clang libclang-rt-14-dev python3 fonts-leckerli-one python3-fonttools"
+libsox-fmt-all clang libclang-rt-14-dev python3 \
+fonts-leckerli-one python3-fonttools \
+dpkg-dev file lintian desktop-file-utils appstream"
 
 missing=""
 for package in $ORANE_PACKAGES; do

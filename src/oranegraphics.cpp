@@ -8,6 +8,9 @@ namespace orane
 void OraneGraphics::createWindow(unsigned width, unsigned height)
 {
     openWindow(width, height, sf::Style::Titlebar | sf::Style::Close);
+    // A window scaled to a small desktop is placed in its work area already.
+    if (isScaled())
+        return;
     // Reopened at a larger size, the window would keep the small one's placement and hang off
     // the bottom of the screen.
     const sf::VideoMode desktop = sf::VideoMode::getDesktopMode();

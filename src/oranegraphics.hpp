@@ -5,7 +5,8 @@
 namespace orane
 {
 
-/// The game's window cannot be resized: titlebar and close button only.
+/// The game's window cannot be resized: titlebar and close button only. It opens centred on the
+/// screen, scaled down as a whole on a desktop too small for it.
 class OraneGraphics : public ryn::Graphics
 {
 public:

@@ -12,8 +12,6 @@
 #include "ryn/core/resourcemanager.hpp"
 #include "ryn/gui/shapeshifterpushbuttonnode.hpp"
 
-#include <SFML/Window/Mouse.hpp>
-
 namespace orane
 {
 
@@ -47,7 +45,7 @@ void StateGame::draw(float, float)
     redrawPending_ = false;
     sinceLastDraw_.restart();
     book_.update();
-    sf::RenderWindow& window = *ryn::components().graphics()->window();
+    sf::RenderTarget& window = ryn::components().graphics()->target();
     const auto paintDeskAndSpread = [this](sf::RenderTarget& target) {
         // The desk is opaque and covers the window: no blending needed under it.
         target.draw(background_, sf::BlendNone);
@@ -91,15 +89,13 @@ void StateGame::updateLayout()
 void StateGame::update(float)
 {
     ryn::Components& comp = ryn::components();
-    const sf::Vector2i mouse = sf::Mouse::getPosition(*comp.graphics()->window());
-    const sf::Vector2f pointer(static_cast<float>(mouse.x), static_cast<float>(mouse.y));
     const ryn::InputManager& input = *comp.inputManager();
+    const sf::Vector2f pointer = input.mousePosition();
     const bool pressed = input.isPressed(TOUCH);
     const bool released = input.isReleased(TOUCH);
     // Both edges in one step keep no order. While the button was down, the release must have
     // come first: the end of one click and the start of the next (a quick double click).
     const bool releasedFirst = pressed && released && touchHeld_;
-    const sf::Vector2f position = input.mousePosition();
 
     if (pointer != lastPointer_ || pressed || released)
         redrawPending_ = true;
@@ -115,15 +111,15 @@ void StateGame::update(float)
         book_.release(pointer);
     }
 
-    sceneGraph_.updateHover(position);
+    sceneGraph_.updateHover(pointer);
     if (releasedFirst) {
-        sceneGraph_.touchUp(position);
-        sceneGraph_.touchDown(position);
+        sceneGraph_.touchUp(pointer);
+        sceneGraph_.touchDown(pointer);
     } else {
         if (pressed)
-            sceneGraph_.touchDown(position);
+            sceneGraph_.touchDown(pointer);
         if (released)
-            sceneGraph_.touchUp(position);
+            sceneGraph_.touchUp(pointer);
     }
     touchHeld_ = releasedFirst || (pressed && !released) || (touchHeld_ && !released);
 

@@ -55,8 +55,11 @@ void dressAsChoiceButton(ryn::ShapeShifter& button, const sf::Font& font, const 
 std::vector<std::string> PageMeasure::fontDirectories(const std::string& executableDirectory)
 {
     std::vector<std::string> directories{"resources/fonts/"};
-    if (!executableDirectory.empty())
+    if (!executableDirectory.empty()) {
         directories.push_back(executableDirectory + "/resources/fonts/");
+        // Installed, the tool is in bin/ and the game's fonts under share/orane/.
+        directories.push_back(executableDirectory + "/../share/orane/resources/fonts/");
+    }
     return directories;
 }
 

@@ -16,7 +16,8 @@ import time
 import zlib
 
 WINDOW_SIZE = (1600, 900)
-XVFB_SERVER_ARGS = "-screen 0 1920x1080x24 -noreset"
+SCREEN_SIZE = (1920, 1080)
+XVFB_SERVER_ARGS = "-screen 0 %dx%dx24 -noreset"
 
 # Notebook geometry in window pixels: left page from x 362 to 802, right page to 1242, y 176 to 856,
 # text inset by 40 pixels.
@@ -43,13 +44,13 @@ def check(condition, message):
 # Displays
 
 
-def run_under_own_display(arguments, marker):
+def run_under_own_display(arguments, marker, screen=SCREEN_SIZE):
     """Runs `arguments` (a command line) under a private Xvfb display and answers its status.
     The command must create the file `marker` once it runs: xvfb-run -a can lose a race for a
     display number against a test running in parallel, and then it is tried again.
     Without -noreset the server resets whenever its last client leaves, say an xwininfo poll,
     and a game that connects at that moment finds no display and aborts."""
-    command = ["xvfb-run", "-a", "-s", XVFB_SERVER_ARGS] + arguments
+    command = ["xvfb-run", "-a", "-s", XVFB_SERVER_ARGS % screen] + arguments
     for _ in range(4):
         if os.path.exists(marker):
             os.remove(marker)
@@ -208,6 +209,15 @@ def ask_window_to_close(window_id):
     x11.XCloseDisplay(display)
 
 
+def screen_size():
+    """(width, height) of the display's screen."""
+    listing = subprocess.run(["xwininfo", "-root"], capture_output=True, text=True).stdout
+    width = re.search(r"Width: (\d+)", listing)
+    height = re.search(r"Height: (\d+)", listing)
+    check(width and height, "cannot read the screen's size")
+    return int(width.group(1)), int(height.group(1))
+
+
 def top_level_windows():
     """(id, width, height, x, y) of every mapped child of the root window."""
     listing = subprocess.run(["xwininfo", "-root", "-children"], capture_output=True, text=True).stdout
@@ -239,11 +249,15 @@ class Game:
         self.process = subprocess.Popen([executable], cwd=work_dir, env=env, stdin=subprocess.DEVNULL,
                                         stdout=self.console_file, stderr=self.errors_file)
         self.window = None
+        self.size = WINDOW_SIZE
+        # Window pixels per game unit: below 1 when the window is scaled to a small screen.
+        self.scale = 1.0
         self.shots = 0
 
     # -- life cycle ---------------------------------------------------------------------------
 
     def wait_for_window(self, size=WINDOW_SIZE, timeout=30.0):
+        screen_width, screen_height = screen_size()
         deadline = time.monotonic() + timeout
         seen = "none"
         while time.monotonic() < deadline:
@@ -254,8 +268,10 @@ class Game:
                 if (width, height) == size:
                     seen = "%dx%d+%d+%d" % (width, height, x, y)
                     # The whole window must be on the screen, where a player can reach it.
-                    if x >= 0 and y >= 0 and x + width <= 1920 and y + height <= 1080:
+                    if x >= 0 and y >= 0 and x + width <= screen_width and y + height <= screen_height:
                         self.window = (ident, x, y)
+                        self.size = size
+                        self.scale = size[0] / WINDOW_SIZE[0]
                         return
             time.sleep(0.2)
         raise E2EFailure("no %dx%d window on the screen within %.0f s (seen: %s)" % (size + (timeout, seen)))
@@ -296,7 +312,7 @@ class Game:
 
     def screenshot(self, label=None):
         ident, x, y = self.window
-        ppm = subprocess.run(["import", "-window", "root", "-crop", "%dx%d+%d+%d" % (WINDOW_SIZE + (x, y)),
+        ppm = subprocess.run(["import", "-window", "root", "-crop", "%dx%d+%d+%d" % (self.size + (x, y)),
                               "+repage", "-depth", "8", "ppm:-"], capture_output=True, check=True).stdout
         shot = Screenshot(ppm)
         if label:
@@ -335,8 +351,9 @@ class Game:
         subprocess.run(["xdotool"] + [str(a) for a in args], check=True)
 
     def move(self, x, y, pause=0.12):
+        """To (x, y) in game units."""
         _, left, top = self.window
-        self._xdotool("mousemove", left + int(x), top + int(y))
+        self._xdotool("mousemove", left + int(round(x * self.scale)), top + int(round(y * self.scale)))
         time.sleep(pause)
 
     def press(self, pause=0.15):

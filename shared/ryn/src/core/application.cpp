@@ -100,10 +100,9 @@ bool Application::run()
         if (frameLag >= frameRate_) {
             AbstractState* state = stateManager->currentState();
             if (state->needsRedraw()) {
-                sf::RenderWindow* window = graphics->window();
-                window->clear(sf::Color(0, 0, 0, 255));
+                graphics->target().clear(sf::Color(0, 0, 0, 255));
                 state->draw(dt, updateLag / gameRate_);
-                window->display();
+                graphics->display();
             }
             // The frame just drawn uses up its interval; beyond that, keep at most one
             // interval of backlog so that a stall is not followed by a burst of frames.

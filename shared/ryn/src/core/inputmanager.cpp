@@ -59,8 +59,8 @@ bool InputManager::isValidButtonId(std::string id) const
 
 sf::Vector2f InputManager::mousePosition() const
 {
-    const sf::Vector2i pixel = sf::Mouse::getPosition(*components().graphics()->window());
-    return {static_cast<float>(pixel.x), static_cast<float>(pixel.y)};
+    const Graphics& graphics = *components().graphics();
+    return graphics.mapPixelToTarget(sf::Mouse::getPosition(*graphics.window()));
 }
 
 InputManager::Button* InputManager::button(const std::string& id)

@@ -34,7 +34,8 @@ public:
     bool isPressed(std::string id) const;
     bool isReleased(std::string id) const;
     bool isValidButtonId(std::string id) const;
-    /// The pointer in whole window pixels, relative to the render window, without view mapping.
+    /// The pointer relative to the render window, in the units states draw in: whole window
+    /// pixels, unless the window is scaled to fit a small desktop (see `Graphics`).
     sf::Vector2f mousePosition() const;
 
 private:
