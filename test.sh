@@ -1,24 +1,43 @@
 #!/bin/sh
-# Installs what is missing, builds, and runs every test. Without a display the tests get a
-# virtual one: windows, fonts, textures and shaders need an OpenGL context.
+# Installs what is missing, builds with warnings as errors (the ci preset, into build/), and runs
+# every test. Without a display the tests get a virtual one: windows, fonts, textures and shaders
+# need an OpenGL context.
 # Then the Debian package: built, checked, installed, played from another folder and removed;
 # then a short fuzzing run (FUZZ_SECONDS per target, 20 by default), a one-minute soak of the game,
 # and the same suite again built with AddressSanitizer and UndefinedBehaviorSanitizer.
-# ORANE_QUICK=1 stops after the first suite.
+#     ./test.sh --quick     builds and runs the unit tests only, not the end-to-end ones
+#     ORANE_QUICK=1 ./test.sh   stops after the first suite, end-to-end tests included
 set -e
 cd "$(dirname "$0")"
+quick=0
+case "${1:-}" in
+    --quick) quick=1 ;;
+    "") ;;
+    *) echo "usage: ./test.sh [--quick]" >&2; exit 2 ;;
+esac
 sh scripts/setup.sh
-sh scripts/build.sh build
+# A build folder first configured without warnings as errors (by play.sh, say) is switched over.
+if ! grep -qs '^ORANE_WERROR:BOOL=ON' build/CMakeCache.txt; then
+    cmake --preset ci >/dev/null
+fi
+cmake --build build --parallel "$(nproc)"
 export ALSOFT_DRIVERS=null
 
+# Runs the tests of build folder $1; further arguments go to ctest.
 suite() {
+    dir=$1
+    shift
     if [ -z "$DISPLAY" ]; then
-        (cd "$1" && xvfb-run -a -s "-screen 0 1920x1080x24 -noreset" ctest --output-on-failure --parallel 2)
+        (cd "$dir" && xvfb-run -a -s "-screen 0 1920x1080x24 -noreset" ctest --output-on-failure --parallel 2 "$@")
     else
-        (cd "$1" && ctest --output-on-failure --parallel 2)
+        (cd "$dir" && ctest --output-on-failure --parallel 2 "$@")
     fi
 }
 
+if [ $quick = 1 ]; then
+    suite build --label-exclude e2e
+    exit 0
+fi
 suite build
 [ "${ORANE_QUICK:-0}" = 1 ] && exit 0
 
@@ -33,7 +52,8 @@ tests/soak/soak --game build/orane --resources build/resources --out build/soak-
 
 # Last, so that CTest's summary line ends the output.
 echo "== sanitizers"
-sh scripts/build.sh build-asan -DORANE_SANITIZE=ON -DORANE_BUILD_BENCH=OFF
+[ -f build-asan/CMakeCache.txt ] || cmake --preset asan-ubsan >/dev/null
+cmake --build build-asan --parallel "$(nproc)"
 # Mesa's software driver is unloaded at exit, before LeakSanitizer looks: what it still held
 # would then read as leaks with no stack. Kept loaded, it stays reachable and nothing is hidden.
 mesa_driver=$(ls /usr/lib/*/dri/swrast_dri.so 2>/dev/null | head -n 1)

@@ -11,9 +11,16 @@ add_library(orane_assetgen_common STATIC ${CMAKE_CURRENT_SOURCE_DIR}/common/rand
 target_include_directories(orane_assetgen_common PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
 orane_generator_options(orane_assetgen_common)
 
-file(GLOB ORANE_TEXTUREGEN_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/texturegen/*.cpp)
-list(REMOVE_ITEM ORANE_TEXTUREGEN_SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/texturegen/main.cpp)
-add_library(orane_texturegen_painters STATIC ${ORANE_TEXTUREGEN_SOURCES})
+add_library(orane_texturegen_painters STATIC
+    texturegen/bloodpainter.cpp
+    texturegen/deskpainter.cpp
+    texturegen/floatimage.cpp
+    texturegen/gradientnoise.cpp
+    texturegen/iconpainter.cpp
+    texturegen/paperpainter.cpp
+    texturegen/scalarfield.cpp
+    texturegen/shadowpainter.cpp
+)
 target_link_libraries(orane_texturegen_painters PUBLIC orane_assetgen_common sfml-graphics)
 orane_generator_options(orane_texturegen_painters)
 
@@ -33,9 +40,22 @@ add_custom_command(
     VERBATIM)
 list(APPEND ORANE_GENERATED_OUTPUTS ${ORANE_TEXTURE_OUTPUTS})
 
-file(GLOB ORANE_AUDIOGEN_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/audiogen/*.cpp)
-list(REMOVE_ITEM ORANE_AUDIOGEN_SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/audiogen/main.cpp)
-add_library(orane_audiogen_instruments STATIC ${ORANE_AUDIOGEN_SOURCES})
+add_library(orane_audiogen_instruments STATIC
+    audiogen/biquad.cpp
+    audiogen/brushkit.cpp
+    audiogen/chart.cpp
+    audiogen/jazzloop.cpp
+    audiogen/looptrack.cpp
+    audiogen/piano.cpp
+    audiogen/pistolshot.cpp
+    audiogen/reverb.cpp
+    audiogen/score.cpp
+    audiogen/sineoscillator.cpp
+    audiogen/stereoloop.cpp
+    audiogen/uprightbass.cpp
+    audiogen/vibraphone.cpp
+    audiogen/walkingbass.cpp
+)
 target_link_libraries(orane_audiogen_instruments PUBLIC orane_assetgen_common)
 orane_generator_options(orane_audiogen_instruments)
 
@@ -78,8 +98,15 @@ if(ORANE_BUILD_TESTS)
     find_package(GTest REQUIRED)
     include(GoogleTest)
     enable_testing()
-    file(GLOB ORANE_ASSET_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/tests/*.cpp)
-    add_executable(assets_tests ${ORANE_ASSET_TEST_SOURCES})
+    add_executable(assets_tests
+        tests/audioloop_test.cpp
+        tests/generatedfiles_test.cpp
+        tests/icon_test.cpp
+        tests/pistolshot_test.cpp
+        tests/score_test.cpp
+        tests/synth_test.cpp
+        tests/texture_test.cpp
+    )
     target_link_libraries(assets_tests PRIVATE orane_texturegen_painters orane_audiogen_instruments sfml-audio
                                                GTest::gtest GTest::gtest_main)
     target_compile_definitions(assets_tests PRIVATE

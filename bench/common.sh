@@ -1,11 +1,11 @@
 # Shared by the measuring scripts; sourced from the project root.
 
-# Builds the targets given into $build (configured once for Release); the build's chatter is
+# Builds the targets given into $build (configured once, with the bench preset); the build's chatter is
 # kept aside and shown only when it fails.
 build_targets() {
     local log
     log=$(mktemp)
-    if ! { [ -f "$build/CMakeCache.txt" ] || cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release; } \
+    if ! { [ -f "$build/CMakeCache.txt" ] || cmake --preset bench -B "$build"; } \
             >"$log" 2>&1 ||
        ! cmake --build "$build" --target "$@" -j2 >>"$log" 2>&1; then
         cat "$log" >&2

@@ -5,13 +5,11 @@
 
 #include <memory>
 
-#ifdef ORANE_BENCH_FRAMES
 #include "gamedriver.hpp"
 namespace orane::bench
 {
 std::unique_ptr<GameDriver>& sharedGame();
 }
-#endif
 
 int main(int argc, char** argv)
 {
@@ -20,8 +18,6 @@ int main(int argc, char** argv)
         return 1;
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-#ifdef ORANE_BENCH_FRAMES
     orane::bench::sharedGame().reset();
-#endif
     return 0;
 }
