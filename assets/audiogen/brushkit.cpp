@@ -59,7 +59,7 @@ std::vector<float> BrushKit::sweep(double seconds, float level, bool bright, ass
     for (std::size_t i = 0; i < stroke.size(); ++i)
     {
         // The brush speeds up through the first third of the stroke and glides out.
-        const double t = i / length;
+        const double t = static_cast<double>(i) / length;
         const double shape = t < 0.3 ? std::sin(0.5 * PI * t / 0.3) : std::pow(std::cos(0.5 * PI * (t - 0.3) / 0.7), 1.5);
         const double grip = 0.75 + 2.5 * chatter.process(static_cast<float>(random.uniform(-1, 1)));
         const float noise = air.process(body.process(static_cast<float>(random.uniform(-1, 1))));
@@ -143,7 +143,7 @@ std::vector<float> BrushKit::bassDrum(float level, assetgen::Random& random) con
     double phase = random.uniform(0, 0.2);
     for (std::size_t i = 0; i < hit.size(); ++i)
     {
-        const double t = i / sampleRate_;
+        const double t = static_cast<double>(i) / sampleRate_;
         // The pitch drops as the head's tension relaxes.
         const double frequency = 52.0 + 38.0 * std::exp(-t / 0.035);
         phase += 2 * PI * frequency / sampleRate_;

@@ -105,7 +105,7 @@ std::vector<NoteEvent> JazzLoop::melody()
     for (std::size_t bar = 0; bar < bars.size(); ++bar)
     {
         double length = 0.0;
-        const auto barNotes = parseMelody(bars[bar], bar * static_cast<double>(Chart::BEATS_PER_BAR), &length);
+        const auto barNotes = parseMelody(bars[bar], static_cast<double>(bar) * static_cast<double>(Chart::BEATS_PER_BAR), &length);
         if (std::abs(length - Chart::BEATS_PER_BAR) > 1e-9)
             throw std::invalid_argument("melody bar " + std::to_string(bar + 1) + " does not fill the bar");
         notes.insert(notes.end(), barNotes.begin(), barNotes.end());
@@ -151,7 +151,7 @@ StereoLoop JazzLoop::renderPiano(assetgen::Random& random) const
             int voice = 0;
             for (int pitch : chord.voicing)
             {
-                const float pan = -0.45f + 0.15f * voice++;
+                const float pan = -0.45f + 0.15f * static_cast<float>(voice++);
                 stem.add(start + static_cast<std::int64_t>(spread * sampleRate_),
                          piano.play(pitch, stab.length * 60.0 / TEMPO, velocity * static_cast<float>(random.uniform(0.85, 1.0)), random),
                          1.f, pan);
@@ -170,7 +170,7 @@ StereoLoop JazzLoop::renderVibes(assetgen::Random& random) const
     {
         const std::int64_t start = frameOf(note.beat, 0.007, random);
         const float velocity = std::min(1.f, note.velocity + static_cast<float>(random.uniform(-0.06, 0.06)));
-        stem.add(start, vibes.play(note.pitch, note.length * 60.0 / TEMPO, velocity, start / sampleRate_, random), 1.f,
+        stem.add(start, vibes.play(note.pitch, note.length * 60.0 / TEMPO, velocity, static_cast<double>(start) / sampleRate_, random), 1.f,
                  0.25f);
     }
     return stem;

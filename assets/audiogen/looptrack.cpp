@@ -40,7 +40,7 @@ float LoopTrack::rms() const
     double sum = 0.0;
     for (float sample : samples_)
         sum += static_cast<double>(sample) * sample;
-    return samples_.empty() ? 0.f : static_cast<float>(std::sqrt(sum / samples_.size()));
+    return samples_.empty() ? 0.f : static_cast<float>(std::sqrt(sum / static_cast<double>(samples_.size())));
 }
 
 } // namespace orane::audiogen

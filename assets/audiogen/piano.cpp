@@ -66,8 +66,8 @@ std::vector<float> Piano::play(double pitch, double seconds, float velocity, ass
     for (std::size_t i = 0; i < total; ++i)
     {
         double gain = velocity;
-        if (i < attack)
-            gain *= i / attack;
+        if (static_cast<double>(i) < attack)
+            gain *= static_cast<double>(i) / attack;
         if (i > held)
             gain *= std::exp(-static_cast<double>(i - held) / (DAMPER_SECONDS * sampleRate_));
         note[i] = static_cast<float>(note[i] * gain);

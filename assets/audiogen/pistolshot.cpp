@@ -30,7 +30,7 @@ std::vector<float> PistolShot::renderBlast() const
     Biquad tone = Biquad::lowPass(sampleRate_, 9000.0, 0.9);
     for (std::size_t i = 0; i < length; ++i)
     {
-        const double t = i / sampleRate_;
+        const double t = static_cast<double>(i) / sampleRate_;
         if (i % 32 == 0)
             tone.retuneLowPass(sampleRate_, 700.0 + 8300.0 * std::exp(-t / 0.025), 0.9);
         const double envelope = 0.5 * std::exp(-t / 0.011) + 0.2 * std::exp(-t / 0.06);
@@ -42,7 +42,7 @@ std::vector<float> PistolShot::renderBlast() const
     double phase = 0.0;
     for (std::size_t i = 0; i < length; ++i)
     {
-        const double t = i / sampleRate_;
+        const double t = static_cast<double>(i) / sampleRate_;
         phase += 2 * PI * (48.0 + 120.0 * std::exp(-t / 0.02)) / sampleRate_;
         blast[i] += static_cast<float>(std::sin(phase) * 0.5 * std::exp(-t / 0.07) * std::min(1.0, t / 0.001));
     }
@@ -56,7 +56,7 @@ std::vector<float> PistolShot::renderBlast() const
     const double crackSamples = 0.00025 * sampleRate_;
     for (std::size_t i = 0; i < static_cast<std::size_t>(4 * crackSamples); ++i)
     {
-        const double t = i / crackSamples;
+        const double t = static_cast<double>(i) / crackSamples;
         blast[i] += static_cast<float>((t < 1.0 ? 0.8 : -0.55) * std::exp(-t * 0.6));
     }
     return blast;
@@ -86,7 +86,7 @@ void PistolShot::addRoom(std::vector<float>& sound) const
     const std::size_t start = static_cast<std::size_t>(0.012 * sampleRate_);
     for (std::size_t i = start; i < sound.size(); ++i)
     {
-        const double t = (i - start) / sampleRate_;
+        const double t = static_cast<double>(i - start) / sampleRate_;
         if (i % 64 == 0)
             air.retuneLowPass(sampleRate_, 600.0 + 2900.0 * std::exp(-t / 0.15));
         const double envelope = 0.22 * std::exp(-t / 0.14) * std::min(1.0, t / 0.01);
@@ -101,7 +101,7 @@ std::vector<float> PistolShot::render() const
     // A short fade brings the last of the tail to true silence.
     const std::size_t fade = static_cast<std::size_t>(0.08 * sampleRate_);
     for (std::size_t i = 0; i < fade; ++i)
-        shot[shot.size() - 1 - i] *= static_cast<float>(0.5 - 0.5 * std::cos(PI * i / fade));
+        shot[shot.size() - 1 - i] *= static_cast<float>(0.5 - 0.5 * std::cos(PI * static_cast<double>(i) / static_cast<double>(fade)));
     float peak = 0.f;
     for (float sample : shot)
         peak = std::max(peak, std::abs(sample));

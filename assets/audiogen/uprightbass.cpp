@@ -57,8 +57,8 @@ std::vector<float> UprightBass::play(double pitch, double seconds, float velocit
     for (std::size_t i = 0; i < total; ++i)
     {
         double gain = velocity;
-        if (i < attack)
-            gain *= std::pow(std::sin(0.5 * PI * i / attack), 2.0);
+        if (static_cast<double>(i) < attack)
+            gain *= std::pow(std::sin(0.5 * PI * static_cast<double>(i) / attack), 2.0);
         if (i > held)
             gain *= std::exp(-static_cast<double>(i - held) / (RELEASE_SECONDS / 3 * sampleRate_));
         note[i] = static_cast<float>(note[i] * gain);

@@ -67,8 +67,8 @@ std::vector<float> Vibraphone::play(double pitch, double seconds, float velocity
     for (std::size_t i = 0; i < total; ++i)
     {
         double gain = velocity * (1.0 - TREMOLO_DEPTH * (0.5 + 0.5 * tremolo.next()));
-        if (i < attack)
-            gain *= i / attack;
+        if (static_cast<double>(i) < attack)
+            gain *= static_cast<double>(i) / attack;
         if (i > held)
             gain *= std::exp(-static_cast<double>(i - held) / (PEDAL_RELEASE * sampleRate_));
         note[i] = static_cast<float>(note[i] * gain);

@@ -65,7 +65,7 @@ StereoLoop* MusicLoop::music_ = nullptr;
 
 TEST_F(MusicLoop, LastsOverAMinuteOfWholeBarsAndPeaksBelowMinusOneDecibel)
 {
-    const double seconds = music_->frames() / 44100.0;
+    const double seconds = static_cast<double>(music_->frames()) / 44100.0;
     EXPECT_GE(seconds, 60.0);
     const double bars = seconds / (4 * 60.0 / JazzLoop::TEMPO);
     EXPECT_NEAR(bars, std::round(bars), 1e-6) << "the loop ends on a bar line";
@@ -119,5 +119,5 @@ TEST_F(MusicLoop, HasABassRegisterATopAndNoOffset)
     }
     EXPECT_GT(low / total, 0.1) << "the double bass is there";
     EXPECT_GT(high / total, 0.005) << "the brushes and the cymbal are there";
-    EXPECT_LT(std::abs(sum / left.frames()), 0.002) << "no DC offset";
+    EXPECT_LT(std::abs(sum / static_cast<double>(left.frames())), 0.002) << "no DC offset";
 }

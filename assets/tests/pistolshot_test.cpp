@@ -17,7 +17,7 @@ double decibelsOf(const std::vector<float>& sound, double fromSeconds, double to
     double sum = 0.0;
     for (std::size_t i = from; i < to; ++i)
         sum += static_cast<double>(sound[i]) * sound[i];
-    return 10.0 * std::log10(sum / (to - from) + 1e-30);
+    return 10.0 * std::log10(sum / static_cast<double>(to - from) + 1e-30);
 }
 
 } // namespace
@@ -25,7 +25,7 @@ double decibelsOf(const std::vector<float>& sound, double fromSeconds, double to
 TEST(PistolShot, StrikesAtOnceThenFadesThroughTheRoomToSilence)
 {
     const std::vector<float> shot = PistolShot(44100.0, 45).render();
-    EXPECT_NEAR(shot.size() / 44100.0, 1.0, 0.05);
+    EXPECT_NEAR(static_cast<double>(shot.size()) / 44100.0, 1.0, 0.05);
 
     const auto loudest = std::max_element(shot.begin(), shot.end(), [](float a, float b) { return std::abs(a) < std::abs(b); });
     EXPECT_NEAR(20.0 * std::log10(std::abs(*loudest)), -1.0, 0.01);

@@ -36,7 +36,7 @@ double powerAt(const std::vector<float>& sound, double frequency, std::size_t fr
         previous = current;
     }
     return (previous * previous + beforePrevious * beforePrevious - coefficient * previous * beforePrevious) /
-           (static_cast<double>(count) * count);
+           (static_cast<double>(count) * static_cast<double>(count));
 }
 
 /// Amplitude of a steady sine after the filter has settled.

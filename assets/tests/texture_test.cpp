@@ -223,8 +223,8 @@ TEST(PaintingTools, NoiseIsSmoothBoundedAndSeeded)
     {
         for (int x = 0; x < 200; ++x)
         {
-            const float fx = x * 0.173f - 20.f;
-            const float fy = y * 0.191f - 20.f;
+            const float fx = static_cast<float>(x) * 0.173f - 20.f;
+            const float fy = static_cast<float>(y) * 0.191f - 20.f;
             const float value = noise.fractal(fx, fy, 4);
             low = std::min(low, value);
             high = std::max(high, value);

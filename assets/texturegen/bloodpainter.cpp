@@ -41,8 +41,8 @@ void addDrop(ScalarField& cover, ScalarField& thickness, Point centre, float rad
     {
         for (int x = static_cast<int>(centre.x) - reach; x <= static_cast<int>(centre.x) + reach; ++x)
         {
-            const float dx = x + 0.5f - centre.x;
-            const float dy = y + 0.5f - centre.y;
+            const float dx = static_cast<float>(x) + 0.5f - centre.x;
+            const float dy = static_cast<float>(y) + 0.5f - centre.y;
             const float along = (dx * cosA + dy * sinA) / stretch;
             const float across = -dx * sinA + dy * cosA;
             const float distance = std::hypot(along, across);
@@ -75,7 +75,7 @@ BloodPainter::Stain BloodPainter::paintStain(int width, int height) const
     const GradientNoise ragged(seed_ + 1);
 
     // The pool, low on the spread and straddling the spine: overlapping lobes with a ragged rim.
-    const Point impact{width * 0.52f, height * 0.74f};
+    const Point impact{static_cast<float>(width) * 0.52f, static_cast<float>(height) * 0.74f};
     struct Lobe
     {
         Point centre;
@@ -96,11 +96,11 @@ BloodPainter::Stain BloodPainter::paintStain(int width, int height) const
             float field = 0.f;
             for (const Lobe& lobe : lobes)
             {
-                const float dx = x - lobe.centre.x;
-                const float dy = y - lobe.centre.y;
+                const float dx = static_cast<float>(x) - lobe.centre.x;
+                const float dy = static_cast<float>(y) - lobe.centre.y;
                 field += std::exp(-(dx * dx + dy * dy) / (2.f * lobe.deviation * lobe.deviation));
             }
-            field += 0.16f * ragged.fractal(x / 24.f, y / 24.f, 2) + 0.07f * ragged.fractal(x / 6.f + 50.f, y / 6.f, 2);
+            field += 0.16f * ragged.fractal(static_cast<float>(x) / 24.f, static_cast<float>(y) / 24.f, 2) + 0.07f * ragged.fractal(static_cast<float>(x) / 6.f + 50.f, static_cast<float>(y) / 6.f, 2);
             // The edge is about two pixels wide in this field; steeper would alias, softer would blur.
             const float amount = smoothstep(0.40f, 0.47f, field);
             raise(stain.cover, x, y, amount);
@@ -144,12 +144,12 @@ BloodPainter::Stain BloodPainter::paintStain(int width, int height) const
     ScalarField along(width, height);
     ScalarField across(width, height);
     const Point start{impact.x + 26.f, impact.y + 10.f};
-    const Point control{width * 0.70f, height * 0.95f};
-    const Point end{width * 0.88f, height * 0.83f};
+    const Point control{static_cast<float>(width) * 0.70f, static_cast<float>(height) * 0.95f};
+    const Point end{static_cast<float>(width) * 0.88f, static_cast<float>(height) * 0.83f};
     const GradientNoise pressure(seed_ + 4);
     for (int finger = 0; finger < 5; ++finger)
     {
-        const float offset = (finger - 2.f) * 7.5f + static_cast<float>(random.normal() * 1.2);
+        const float offset = (static_cast<float>(finger) - 2.f) * 7.5f + static_cast<float>(random.normal() * 1.2);
         const float reach = static_cast<float>(random.uniform(0.75, 1.0));
         for (float t = 0.f; t <= reach; t += 0.002f)
         {
@@ -161,14 +161,14 @@ BloodPainter::Stain BloodPainter::paintStain(int width, int height) const
             const float spread = offset * (1.f - 0.2f * t);
             const Point at{here.x + normalX * spread, here.y + normalY * spread};
             const float radius = 6.5f * (1.f - 0.45f * t);
-            const float strength = 0.8f + 0.2f * pressure.at(t * 9.f, finger * 3.7f);
+            const float strength = 0.8f + 0.2f * pressure.at(t * 9.f, static_cast<float>(finger) * 3.7f);
             for (int y = static_cast<int>(at.y - radius - 1); y <= static_cast<int>(at.y + radius + 1); ++y)
                 for (int x = static_cast<int>(at.x - radius - 1); x <= static_cast<int>(at.x + radius + 1); ++x)
                 {
-                    const float dx = x + 0.5f - here.x;
-                    const float dy = y + 0.5f - here.y;
+                    const float dx = static_cast<float>(x) + 0.5f - here.x;
+                    const float dy = static_cast<float>(y) + 0.5f - here.y;
                     const float amount =
-                        std::clamp(radius + 0.5f - std::hypot(x + 0.5f - at.x, y + 0.5f - at.y), 0.f, 1.f) * strength;
+                        std::clamp(radius + 0.5f - std::hypot(static_cast<float>(x) + 0.5f - at.x, static_cast<float>(y) + 0.5f - at.y), 0.f, 1.f) * strength;
                     if (amount > 0.f && x >= 0 && y >= 0 && x < width && y < height && amount > smear.at(x, y))
                     {
                         smear.set(x, y, amount);
@@ -200,7 +200,7 @@ BloodPainter::Stain BloodPainter::paintStain(int width, int height) const
     }
 
     // Two stray drops that fell straight down: round, with a little crown.
-    for (const Point centre : {Point{width * 0.12f, height * 0.86f}, Point{width * 0.93f, height * 0.12f}})
+    for (const Point centre : {Point{static_cast<float>(width) * 0.12f, static_cast<float>(height) * 0.86f}, Point{static_cast<float>(width) * 0.93f, static_cast<float>(height) * 0.12f}})
     {
         const float radius = static_cast<float>(random.uniform(5.5, 8));
         addDrop(stain.cover, stain.thickness, centre, radius, 1.f, 0.f, 0.95f);
@@ -256,7 +256,7 @@ FloatImage BloodPainter::colourSpread(const FloatImage& spreadPaper, const Stain
             }
             const float thickness = stain.thickness.at(x, y);
             const float depth = inside.at(x, y);
-            const float mottle = 0.5f + 0.5f * clot.fractal(x / 7.f, y / 7.f, 3);
+            const float mottle = 0.5f + 0.5f * clot.fractal(static_cast<float>(x) / 7.f, static_cast<float>(y) / 7.f, 3);
             Rgb blood = mix(RUST, mix(DEEP_RED, BRIGHT_RED, mottle * mottle), smoothstep(0.15f, 0.75f, thickness));
             // Blood dries first and darkest at the rim.
             // Pooled blood stays brighter in the middle; it dries first and darkest at the rim.

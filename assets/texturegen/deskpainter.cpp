@@ -51,11 +51,11 @@ Rgb DeskPainter::woodAt(int x, int y) const
     const float plankTone = static_cast<float>(plankBits % 1000) / 1000.f - 0.5f;
 
     // Growth rings: wavy lines along the plank, pinched and spread by a slow warp.
-    const float warp = 22.f * figure.fractal(x / 420.f + plank * 7.f, y / 90.f, 3);
-    const float ringPhase = (withinPlank + warp) / (7.f + 2.f * figure.at(x / 300.f, plank * 3.f));
+    const float warp = 22.f * figure.fractal(static_cast<float>(x) / 420.f + static_cast<float>(plank) * 7.f, static_cast<float>(y) / 90.f, 3);
+    const float ringPhase = (withinPlank + warp) / (7.f + 2.f * figure.at(static_cast<float>(x) / 300.f, static_cast<float>(plank) * 3.f));
     const float ring = std::pow(0.5f + 0.5f * std::sin(ringPhase * 6.2831853f), 4.f);
     // Fine pores and streaks, stretched along the grain.
-    const float streak = streaks.fractal(x / 160.f + plank * 11.f, y / 1.6f, 4);
+    const float streak = streaks.fractal(static_cast<float>(x) / 160.f + static_cast<float>(plank) * 11.f, static_cast<float>(y) / 1.6f, 4);
     float tone = 0.45f + 0.28f * plankTone + 0.22f * streak - 0.25f * ring;
     Rgb wood = tone < 0.5f ? mix(WOOD_DARK, WOOD_MID, clamp01(tone * 2.f))
                            : mix(WOOD_MID, WOOD_LIGHT, clamp01(tone * 2.f - 1.f));
@@ -73,13 +73,13 @@ Rgb DeskPainter::woodAt(int x, int y) const
 float DeskPainter::lampAt(float x, float y, int width, int height) const
 {
     // The lamp stands off the top left; its pool of light falls on the notebook.
-    const float poolX = spread_.left + spread_.width * 0.42f;
-    const float poolY = spread_.top + spread_.height * 0.35f;
-    const float distance = std::hypot((x - poolX) / (width * 0.55f), (y - poolY) / (height * 0.75f));
+    const float poolX = static_cast<float>(spread_.left) + static_cast<float>(spread_.width) * 0.42f;
+    const float poolY = static_cast<float>(spread_.top) + static_cast<float>(spread_.height) * 0.35f;
+    const float distance = std::hypot((x - poolX) / (static_cast<float>(width) * 0.55f), (y - poolY) / (static_cast<float>(height) * 0.75f));
     const float pool = std::exp(-distance * distance * 1.6f);
     // The corners fall away to near black.
-    const float cornerX = (x / width - 0.5f) * 2.f;
-    const float cornerY = (y / height - 0.5f) * 2.f;
+    const float cornerX = (x / static_cast<float>(width) - 0.5f) * 2.f;
+    const float cornerY = (y / static_cast<float>(height) - 0.5f) * 2.f;
     const float vignette = 1.f - 0.55f * std::pow(std::min(1.f, (cornerX * cornerX + cornerY * cornerY) / 2.f), 1.3f);
     return (0.28f + 1.05f * pool) * vignette;
 }
@@ -88,8 +88,8 @@ FloatImage DeskPainter::paint(int width, int height) const
 {
     const float left = static_cast<float>(spread_.left);
     const float top = static_cast<float>(spread_.top);
-    const float right = left + spread_.width;
-    const float bottom = top + spread_.height;
+    const float right = left + static_cast<float>(spread_.width);
+    const float bottom = top + static_cast<float>(spread_.height);
     const float coverRadius = 10.f;
     const GradientNoise leather(seed_ + 3);
     const GradientNoise scuffs(seed_ + 4);
@@ -100,8 +100,8 @@ FloatImage DeskPainter::paint(int width, int height) const
     {
         for (int x = 0; x < width; ++x)
         {
-            const float px = x + 0.5f;
-            const float py = y + 0.5f;
+            const float px = static_cast<float>(x) + 0.5f;
+            const float py = static_cast<float>(y) + 0.5f;
             const float light = lampAt(px, py, width, height);
             // The open pages are drawn unlit over this picture, so the book around them takes
             // only a little of the lamp's falloff, or its edges would look grey beside them.

@@ -30,8 +30,8 @@ struct GradientTable
     {
         for (int i = 0; i < 256; ++i)
         {
-            x[i] = std::cos(i * 6.2831853f / 256.f);
-            y[i] = std::sin(i * 6.2831853f / 256.f);
+            x[i] = std::cos(static_cast<float>(i) * 6.2831853f / 256.f);
+            y[i] = std::sin(static_cast<float>(i) * 6.2831853f / 256.f);
         }
     }
 };
@@ -76,7 +76,7 @@ float GradientNoise::fractal(float x, float y, int octaves) const
     for (int octave = 0; octave < octaves; ++octave)
     {
         // Each octave is shifted so that the lattice points of the octaves do not line up.
-        sum += weight * at(x * frequency + 17.3f * octave, y * frequency - 31.7f * octave);
+        sum += weight * at(x * frequency + 17.3f * static_cast<float>(octave), y * frequency - 31.7f * static_cast<float>(octave));
         total += weight;
         weight *= 0.5f;
         frequency *= 2.f;

@@ -26,8 +26,8 @@ ScalarField paintShade(int width, int height, std::uint64_t seed)
     {
         for (int x = 0; x < width; ++x)
         {
-            const float cloud = clouds.fractal(x / 170.f, y / 170.f, 4) * 0.030f;
-            const float flocks = mottle.fractal(x / 9.f, y / 7.f, 3) * 0.016f;
+            const float cloud = clouds.fractal(static_cast<float>(x) / 170.f, static_cast<float>(y) / 170.f, 4) * 0.030f;
+            const float flocks = mottle.fractal(static_cast<float>(x) / 9.f, static_cast<float>(y) / 7.f, 3) * 0.016f;
             const float speck = static_cast<float>(grain.uniform() - 0.5) * 0.022f;
             shade.set(x, y, cloud + flocks + speck);
         }
@@ -66,9 +66,9 @@ ScalarField paintAgeing(int width, int height, std::uint64_t seed)
         for (int x = 0; x < width; ++x)
         {
             const float edge = static_cast<float>(std::min(std::min(x, width - 1 - x), std::min(y, height - 1 - y)));
-            const float reach = 16.f + 9.f * ragged.fractal(x / 60.f, y / 60.f, 3);
+            const float reach = 16.f + 9.f * ragged.fractal(static_cast<float>(x) / 60.f, static_cast<float>(y) / 60.f, 3);
             const float border = std::exp(-edge / std::max(reach, 4.f));
-            const float overall = 0.10f + 0.06f * ragged.fractal(x / 240.f + 9.f, y / 240.f, 2);
+            const float overall = 0.10f + 0.06f * ragged.fractal(static_cast<float>(x) / 240.f + 9.f, static_cast<float>(y) / 240.f, 2);
             age.set(x, y, std::min(1.f, overall + 0.55f * border + 0.18f * std::exp(-edge / 2.5f)));
         }
     }
@@ -91,10 +91,10 @@ ScalarField paintFoxing(int width, int height, std::uint64_t seed)
         {
             if (random.chance(0.5))
                 cx = random.chance(0.5) ? static_cast<float>(random.uniform(4, 40))
-                                        : width - static_cast<float>(random.uniform(4, 40));
+                                        : static_cast<float>(width) - static_cast<float>(random.uniform(4, 40));
             else
                 cy = random.chance(0.5) ? static_cast<float>(random.uniform(4, 50))
-                                        : height - static_cast<float>(random.uniform(4, 50));
+                                        : static_cast<float>(height) - static_cast<float>(random.uniform(4, 50));
         }
         const float radius = static_cast<float>(random.uniform(2.5, 9.0));
         const float strength = static_cast<float>(random.uniform(0.10, 0.28));
@@ -103,8 +103,8 @@ ScalarField paintFoxing(int width, int height, std::uint64_t seed)
         {
             for (int x = static_cast<int>(cx) - reach; x <= static_cast<int>(cx) + reach; ++x)
             {
-                const float wobble = 1.f + 0.45f * rim.at(x / 4.f + spot * 13.f, y / 4.f);
-                const float distance = std::hypot(x - cx, y - cy) / (radius * wobble);
+                const float wobble = 1.f + 0.45f * rim.at(static_cast<float>(x) / 4.f + static_cast<float>(spot) * 13.f, static_cast<float>(y) / 4.f);
+                const float distance = std::hypot(static_cast<float>(x) - cx, static_cast<float>(y) - cy) / (radius * wobble);
                 // A faint halo, a slightly darker ring, and a darker speck at the heart.
                 const float halo = std::exp(-distance * distance * 1.3f) * 0.6f;
                 const float ring = std::exp(-(distance - 0.8f) * (distance - 0.8f) * 18.f) * 0.35f;

@@ -18,7 +18,7 @@ struct Rgb
     /// From 8-bit channels.
     static constexpr Rgb bytes(int red, int green, int blue)
     {
-        return {red / 255.f, green / 255.f, blue / 255.f};
+        return {static_cast<float>(red) / 255.f, static_cast<float>(green) / 255.f, static_cast<float>(blue) / 255.f};
     }
 
     float luminance() const { return 0.2126f * r + 0.7152f * g + 0.0722f * b; }

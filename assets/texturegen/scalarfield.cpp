@@ -17,8 +17,8 @@ float ScalarField::sample(float x, float y) const
     y = std::clamp(y, 0.f, static_cast<float>(height_ - 1));
     const int left = std::min(static_cast<int>(x), width_ - 2);
     const int top = std::min(static_cast<int>(y), height_ - 2);
-    const float fx = x - left;
-    const float fy = y - top;
+    const float fx = x - static_cast<float>(left);
+    const float fy = y - static_cast<float>(top);
     const float upper = at(left, top) + (at(left + 1, top) - at(left, top)) * fx;
     const float lower = at(left, top + 1) + (at(left + 1, top + 1) - at(left, top + 1)) * fx;
     return upper + (lower - upper) * fy;
@@ -40,8 +40,8 @@ void ScalarField::addGaussian(float centreX, float centreY, float deviation, flo
     {
         for (int x = cx - reach; x <= cx + reach; ++x)
         {
-            const float dx = x - centreX;
-            const float dy = y - centreY;
+            const float dx = static_cast<float>(x) - centreX;
+            const float dy = static_cast<float>(y) - centreY;
             add(x, y, amount * std::exp((dx * dx + dy * dy) * scale));
         }
     }
@@ -56,7 +56,7 @@ void ScalarField::raiseDisc(float centreX, float centreY, float radius, float am
     {
         for (int x = std::max(cx - reach, 0); x <= std::min(cx + reach, width_ - 1); ++x)
         {
-            const float distance = std::hypot(x - centreX, y - centreY);
+            const float distance = std::hypot(static_cast<float>(x) - centreX, static_cast<float>(y) - centreY);
             const float cover = std::clamp(radius + 0.5f - distance, 0.f, 1.f);
             float& value = values_[index(x, y)];
             value = std::max(value, amount * cover);

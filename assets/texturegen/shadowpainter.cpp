@@ -15,7 +15,7 @@ constexpr Rgb SHADE = Rgb::bytes(24, 16, 10);
 
 float ShadowPainter::opacityAt(float distance, int width)
 {
-    const float reach = REACH * width;
+    const float reach = REACH * static_cast<float>(width);
     if (distance >= reach)
         return 0.f;
     const float t = distance / reach;
@@ -30,7 +30,7 @@ FloatImage ShadowPainter::paint(int width, int height) const
     FloatImage shadow(width, height, SHADE, 0.f);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x)
-            shadow.set(x, y, SHADE, opacityAt(x + 0.5f, width));
+            shadow.set(x, y, SHADE, opacityAt(static_cast<float>(x) + 0.5f, width));
     return shadow;
 }
 

@@ -44,7 +44,7 @@ std::vector<sf::String> shuffledTexts(unsigned int seed, int count, int maxWords
         for (int w = 1 + static_cast<int>(random() % maxWords); w > 0; --w)
         {
             text += words[random() % words.size()];
-            const unsigned int roll = random() % 40;
+            const unsigned int roll = static_cast<unsigned int>(random() % 40);
             text += roll < separators.size() ? separators[roll] : " ";
         }
         texts.push_back(u8(text));
@@ -283,4 +283,4 @@ TEST(LineBreakerHubTest, TheHubQuestionKeepsItsQuestionMark)
 }
 
 INSTANTIATE_TEST_SUITE_P(Writers, LineBreakerTest, ::testing::Values("orane.ttf", "nathan.ttf"),
-                         [](const auto& info) { return std::string(info.param).substr(0, 5); });
+                         [](const auto& writer) { return std::string(writer.param).substr(0, 5); });

@@ -173,7 +173,7 @@ TEST_F(PlayState, StartsOnTheFirstSpreadWithItsChoicesUnderNathansTextAndTheFina
     const auto shown = buttons();
     ASSERT_EQ(shown.size(), 4u);
     for (std::size_t i = 0; i < shown.size(); ++i) {
-        EXPECT_EQ(shown[i]->getPosition(), sf::Vector2f(0.f, 40.f * i));
+        EXPECT_EQ(shown[i]->getPosition(), sf::Vector2f(0.f, 40.f * static_cast<float>(i)));
         EXPECT_EQ(shown[i]->text()->getString(), sf::String::fromUtf8(labels[i].begin(), labels[i].end()));
         // The frame is fitted around the label, left edge at the button's origin.
         const sf::FloatRect frame = shown[i]->bounds();

@@ -173,8 +173,8 @@ TEST_F(PushButtonTest, DrawnButtonShowsOutlineAndTextOverItsFill)
 
     const sf::FloatRect text = button->text()->getGlobalBounds();
     int inked = 0;
-    for (unsigned x = 50 + static_cast<unsigned>(text.left); x < 50 + text.left + text.width; ++x)
-        for (unsigned y = 50 + static_cast<unsigned>(text.top); y < 50 + text.top + text.height; ++y)
+    for (unsigned x = 50 + static_cast<unsigned>(text.left); static_cast<float>(x) < 50 + text.left + text.width; ++x)
+        for (unsigned y = 50 + static_cast<unsigned>(text.top); static_cast<float>(y) < 50 + text.top + text.height; ++y)
             inked += image.getPixel(x, y).r < 80;
     EXPECT_GT(inked, 50) << "dark letters drawn over the fill";
 }

@@ -231,8 +231,8 @@ private:
 class StepApplication : public Application
 {
 public:
-    explicit StepApplication(Steps& steps, int quitAfterSteps = 0)
-        : steps(steps), quitAfterSteps_(quitAfterSteps)
+    explicit StepApplication(Steps& log, int quitAfterSteps = 0)
+        : steps(log), quitAfterSteps_(quitAfterSteps)
     {
     }
 
