@@ -67,7 +67,7 @@ bool StateGame::init()
     choicesNode_ = sceneGraph_.root().createChild();
     background_.setTexture(comp.resourceManager()->texture(TextureId::GameBackground));
 
-    if (!book_.loadResources() || !sceneManager_.loadStory())
+    if (!book_.loadResources() || !storyStart_(sceneManager_))
         return false;
     refreshChoices();
     playMusic(MUSIC::WHISKY_AND_REVOLVER);
@@ -179,6 +179,8 @@ void StateGame::onNewScene(const Scene& scene)
         const auto index = static_cast<std::int32_t>(i);
         button->setCallback([this, index] { selectedChoice_ = index; });
     }
+    if (sceneShown_)
+        sceneShown_(scene);
 }
 
 void StateGame::onChoiceApplied(const Choice& choice)

@@ -13,6 +13,7 @@
 #include <SFML/Graphics/Sprite.hpp>
 
 #include <cstdint>
+#include <functional>
 
 namespace orane
 {
@@ -52,6 +53,14 @@ public:
     /// moving, or half a second went by (so a window uncovered by another one is repainted).
     bool needsRedraw() const override;
 
+    /// Loads the story into the scene manager and shows where play begins; answers whether the
+    /// story can be played. The game's reads its own story and starts at "begin".
+    using StoryStart = std::function<bool(SceneManager&)>;
+    /// Before init: another story or another place to begin (the authors' preview).
+    void setStoryStart(StoryStart start) { storyStart_ = std::move(start); }
+    /// Told of every scene once its spread is written and its buttons made.
+    void setSceneShownListener(std::function<void(const Scene&)> listener) { sceneShown_ = std::move(listener); }
+
     /// Shows the buttons only while the last spread is open and the notebook at rest.
     void refreshChoices();
     /// The last spread goes on blood-stained paper.
@@ -82,6 +91,8 @@ private:
     sf::Clock sinceLastDraw_;
     Book book_;
     SceneManager sceneManager_;
+    StoryStart storyStart_ = [](SceneManager& manager) { return manager.loadStory(); };
+    std::function<void(const Scene&)> sceneShown_;
 };
 
 } // namespace orane

@@ -2,6 +2,8 @@
 
 #include "loadedstory.hpp"
 #include "pagemeasure.hpp"
+#include "previewapp.hpp"
+#include "previewoptions.hpp"
 #include "storychecker.hpp"
 #include "storymap.hpp"
 #include "storywalker.hpp"
@@ -37,6 +39,8 @@ const char* const USAGE =
     "  graph DIR [-o FILE]            the story map: DOT on standard output, or FILE\n"
     "                                 (.dot, or .svg / .png drawn by Graphviz's dot)\n"
     "  play DIR                       play in the terminal; end of input ends the game\n"
+    "  preview DIR [--scene NAME] [--investigated NAME,NAME] [--hub-seen]\n"
+    "                                 the game's notebook at a scene, read again on every save\n"
     "DIR is a stories directory such as resources/stories.";
 
 std::string executablePath()
@@ -244,6 +248,16 @@ int runStoryCommand(int argc, char* argv[])
         return graph(directory, argv[4]);
     if (command == "play" && argc == 3)
         return TerminalPlayer(std::cin).play(directory);
+    if (command == "preview") {
+        std::string error;
+        const std::optional<PreviewOptions> options = PreviewOptions::parse({argv + 2, argv + argc}, error);
+        if (!options) {
+            ryn::console::writeLine(error);
+            ryn::console::writeLine(USAGE);
+            return EXIT_USAGE;
+        }
+        return runPreview(*options, executableDirectory());
+    }
     ryn::console::writeLine(USAGE);
     return EXIT_USAGE;
 }

@@ -97,6 +97,14 @@ bool SceneManager::loadStory()
 
 bool SceneManager::loadStoryFrom(const std::string& storiesDirectory)
 {
+    if (!readStoryFrom(storiesDirectory))
+        return false;
+    playCurrentScene();
+    return true;
+}
+
+bool SceneManager::readStoryFrom(const std::string& storiesDirectory)
+{
     if (!readSuspects(storiesDirectory))
         return false;
     if (!loadStoryFile(storiesDirectory + "story.txt"))
@@ -107,10 +115,22 @@ bool SceneManager::loadStoryFrom(const std::string& storiesDirectory)
             return false;
     }
     const SceneIndex index(scenes_);
-    if (!checkLinks(index) || !checkPlayability(index))
-        return false;
-    playCurrentScene();
-    return true;
+    return checkLinks(index) && checkPlayability(index);
+}
+
+void SceneManager::playFrom(const sf::String& sceneName, const std::vector<sf::String>& investigated, bool hubSeen)
+{
+    for (const sf::String& name : investigated) {
+        const auto suspect = suspectsVisited_.find(name);
+        if (suspect != suspectsVisited_.end())
+            suspect->second = true;
+    }
+    firstHubPending_ = !hubSeen;
+    currentScene_ = sceneName;
+    if (isSpecialSceneName(currentScene_))
+        composeSpecialScene();
+    else
+        playCurrentScene();
 }
 
 bool SceneManager::readSuspects(const std::string& storiesDirectory)

@@ -57,6 +57,11 @@ public:
     bool loadStory();
     /// The same from another directory (ending with '/'), for tools and tests.
     bool loadStoryFrom(const std::string& storiesDirectory);
+    /// loadStoryFrom without showing anything: play stands before "begin".
+    bool readStoryFrom(const std::string& storiesDirectory);
+    /// Puts play at `sceneName` (stored or special) with the suspects named in `investigated`
+    /// (others are ignored) investigated and the hub seen or not, then shows it as play would.
+    void playFrom(const sf::String& sceneName, const std::vector<sf::String>& investigated, bool hubSeen);
 
     /// Reads one story file, stores its scenes (a name already taken keeps its first scene),
     /// then the fixed scenes "game_over" and "end". Answers false, after reporting, at the

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "oraneinputprocessor.hpp"
+
+namespace orane
+{
+
+/// The game's input with the preview's keys: F5 "reload", Backspace "back", Home "restart",
+/// F12 "screenshot".
+class PreviewInput : public OraneInputProcessor
+{
+public:
+    static const char* const BUTTON_IDS[4];
+
+    bool processEvent(const sf::Event& event) override;
+    /// The preview's button bound to `key`, or an empty string.
+    static std::string previewButtonOf(sf::Keyboard::Key key);
+};
+
+} // namespace orane
