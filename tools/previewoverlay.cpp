@@ -16,30 +16,41 @@ constexpr unsigned CHARACTER_SIZE = 17;
 constexpr float LINE_HEIGHT = 22.f;
 constexpr float PADDING = 12.f;
 constexpr float TOP = 8.f;
+/// The height a button takes under the lines, with a gap above and below it.
+constexpr float BUTTON_ROOM = 46.f;
 const sf::Color PANEL_FILL(24, 20, 18, 225);
 const sf::Color PANEL_FRAME(200, 80, 60);
 const sf::Color HEADING_INK(255, 200, 120);
 const sf::Color LINE_INK(240, 236, 228);
 const sf::Color BUTTON_FILL(255, 255, 255, 30);
 
-/// Cuts a UTF-8 line into pieces of at most `columns` code points.
+/// Cuts a UTF-8 line into pieces of at most `columns` code points, after a blank where there is
+/// one; the pieces after the first are indented.
 std::vector<std::string> wrap(const std::string& line, std::size_t columns)
 {
+    constexpr std::size_t INDENT = 4;
     std::vector<std::string> pieces;
-    std::string piece;
-    std::size_t count = 0;
-    for (std::size_t index = 0; index < line.size(); ++index) {
-        const bool startsCodePoint = (static_cast<unsigned char>(line[index]) & 0xC0) != 0x80;
-        if (startsCodePoint && count == columns) {
-            pieces.push_back(piece);
-            piece = "    ";
-            count = 4;
+    std::string rest = line;
+    std::size_t width = columns;
+    for (;;) {
+        // Byte offsets of the code points, to cut between them.
+        std::vector<std::size_t> starts;
+        for (std::size_t index = 0; index < rest.size(); ++index) {
+            if ((static_cast<unsigned char>(rest[index]) & 0xC0) != 0x80)
+                starts.push_back(index);
         }
-        piece += line[index];
-        count += startsCodePoint ? 1 : 0;
+        if (starts.size() <= width || width == 0) {
+            pieces.push_back(std::string(pieces.empty() ? 0 : INDENT, ' ') + rest);
+            return pieces;
+        }
+        std::size_t cut = starts[width];
+        const std::size_t blank = rest.rfind(' ', cut);
+        if (blank != std::string::npos && blank > cut / 2)
+            cut = blank + 1;
+        pieces.push_back(std::string(pieces.empty() ? 0 : INDENT, ' ') + rest.substr(0, cut));
+        rest = rest.substr(cut);
+        width = columns > INDENT ? columns - INDENT : columns;
     }
-    pieces.push_back(piece);
-    return pieces;
 }
 
 } // namespace
@@ -94,7 +105,8 @@ void PreviewOverlay::showNotice(const std::string& message, const std::string& b
     button_->shape()->setOutlineThickness(1.f);
     button_->shape()->setFillColor(BUTTON_FILL);
     button_->setString(buttonLabel);
-    button_->setPosition(PADDING + PADDING, TOP + PADDING + LINE_HEIGHT * static_cast<float>(lines_.size()) + 6.f);
+    // The label is centred on the button's origin: half a button below the last line.
+    button_->setPosition(PADDING + PADDING, TOP + PADDING + LINE_HEIGHT * static_cast<float>(lines_.size()) + BUTTON_ROOM / 2.f);
     button_->setCallback(std::move(onClick));
 }
 
@@ -118,7 +130,7 @@ void PreviewOverlay::handlePointer(sf::Vector2f pointer, bool pressed, bool rele
 
 float PreviewOverlay::panelHeight() const
 {
-    const float buttonRoom = button_ != nullptr ? LINE_HEIGHT + 22.f : 0.f;
+    const float buttonRoom = button_ != nullptr ? BUTTON_ROOM : 0.f;
     return 2.f * PADDING + LINE_HEIGHT * static_cast<float>(lines_.size()) + buttonRoom;
 }
 

@@ -57,8 +57,9 @@ std::vector<std::string> placedReport(const std::string& directory, const std::v
     (void)checker.run();
     std::vector<std::string> lines;
     for (const std::string& line : capture.lines()) {
-        // The checker's own warnings are for `check`, and so is its summary.
-        if (line.find("warning: ") == std::string::npos && line.rfind("orane-story check:", 0) != 0)
+        // The checker's own findings are for `check`, and so is its summary.
+        if (line.find("warning: ") == std::string::npos && line.rfind("orane-story check:", 0) != 0
+            && line.rfind("note: scenes were not followed", 0) != 0)
             lines.push_back(line);
     }
     return lines.empty() ? gameLines : lines;
@@ -118,6 +119,9 @@ void PreviewState::layout()
 {
     if (game_)
         game_->layout();
+    // A window opened anew has lost its title.
+    shownTitle_.clear();
+    refreshTitle();
 }
 
 bool PreviewState::needsRedraw() const
@@ -241,17 +245,20 @@ void PreviewState::open(std::size_t stop, PreviewPlace place, bool faultAtOnce)
         lastReport_.clear();
         return;
     case OPENING::SCENE_MISSING: {
-        const std::string message = "The scene \"" + utf8(place.scene) + "\" is not in the story. Open the story at:";
+        const std::string message = "The scene \"" + utf8(place.scene) + "\" is not in the story.";
         waiting_.emplace(stop, std::move(place));
         heldFault_.clear();
-        overlay_.showNotice(message, "begin", [this] { beginClicked_ = true; });
+        overlay_.showNotice(message, "Start at \"begin\" (Home)", [this] { beginClicked_ = true; });
         if (lastReport_ != std::vector<std::string>{message})
-            ryn::console::writeLine("preview: " + message + " \"begin\" (Home)");
+            ryn::console::writeLine("preview: " + message + " Home starts at \"begin\".");
         lastReport_ = {message};
         return;
     }
     case OPENING::FAULTY:
-        waiting_.emplace(stop, std::move(place));
+        // With a story to play, the reader may go on in it: the fix is opened wherever the
+        // reader is by then. Without one, at the place asked for.
+        if (!game_)
+            waiting_.emplace(stop, std::move(place));
         if (faultAtOnce)
             showHeldFault();
         else

@@ -91,7 +91,8 @@ private:
     std::unique_ptr<StateGame> game_;
     PreviewOverlay overlay_;
     sf::Sprite desk_;
-    /// The place a fault or a missing scene kept the preview from opening: tried again first.
+    /// The place a missing scene, or a fault before any story could be played, kept the preview
+    /// from opening: tried again first.
     std::optional<std::pair<std::size_t, PreviewPlace>> waiting_;
     /// Scenes shown by a game being opened, for the trail once it replaces the one shown.
     std::vector<std::pair<sf::String, std::vector<sf::String>>> shownWhileOpening_;

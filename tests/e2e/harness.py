@@ -235,9 +235,10 @@ def top_level_windows():
 
 
 class Game:
-    """One run of the game in a resource tree, on the current display."""
+    """One run of the game in a resource tree, on the current display (or of another program that
+    opens the game's window, with its arguments)."""
 
-    def __init__(self, executable, work_dir, artifacts_dir):
+    def __init__(self, executable, work_dir, artifacts_dir, arguments=()):
         self.work_dir = work_dir
         self.artifacts_dir = artifacts_dir
         os.makedirs(artifacts_dir, exist_ok=True)
@@ -246,7 +247,7 @@ class Game:
         self.console_file = open(self.console_path, "wb")
         self.errors_file = open(self.errors_path, "wb")
         env = dict(os.environ, ALSOFT_DRIVERS="null")
-        self.process = subprocess.Popen([executable], cwd=work_dir, env=env, stdin=subprocess.DEVNULL,
+        self.process = subprocess.Popen([executable] + list(arguments), cwd=work_dir, env=env, stdin=subprocess.DEVNULL,
                                         stdout=self.console_file, stderr=self.errors_file)
         self.window = None
         self.size = WINDOW_SIZE
