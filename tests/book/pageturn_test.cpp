@@ -7,6 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 using orane::Book;
 using orane::HOOK;
@@ -49,7 +52,7 @@ void drag(Book& book, sf::Vector2f from, sf::Vector2f to)
 
 } // namespace
 
-TEST(BookHooks, RegionsCornersAndWhatCanTurn)
+TEST(BookHooks, WhatCanTurn)
 {
     Book book;
     EXPECT_FALSE(book.isOnLastSpread());
@@ -62,28 +65,6 @@ TEST(BookHooks, RegionsCornersAndWhatCanTurn)
     booktesting::fill(book, 1);
     for (const HOOK h : ALL_HOOKS)
         EXPECT_EQ(book.isForwardHook(h), book.canTurn(h));
-
-    // Corner circles include their boundary; edge rectangles reach 40 pixels either side of the
-    // outer edge, y 306 to 726.
-    EXPECT_TRUE(book.isInHook(TOP_RIGHT + sf::Vector2f(0.f, 100.f), HOOK::TOP_RIGHT));
-    EXPECT_FALSE(book.isInHook(TOP_RIGHT + sf::Vector2f(0.f, 100.001f), HOOK::TOP_RIGHT));
-    EXPECT_TRUE(book.isInHook({322.f, 306.f}, HOOK::LEFT));
-    EXPECT_TRUE(book.isInHook({402.f, 726.f}, HOOK::LEFT));
-    EXPECT_FALSE(book.isInHook({402.5f, 516.f}, HOOK::LEFT));
-    EXPECT_FALSE(book.isInHook({362.f, 305.5f}, HOOK::LEFT));
-
-    HOOK h = HOOK::COUNT;
-    ASSERT_TRUE(book.findHook({1240.f, 850.f}, h));
-    EXPECT_EQ(HOOK::BOTTOM_RIGHT, h);
-    ASSERT_TRUE(book.findHook({1230.f, 516.f}, h));
-    EXPECT_EQ(HOOK::RIGHT, h);
-    EXPECT_FALSE(book.findHook({802.f, 516.f}, h));
-    EXPECT_EQ(HOOK::RIGHT, h) << "a miss leaves the hook untouched";
-
-    // The edge hooks move the bottom corner.
-    EXPECT_EQ(BOTTOM_LEFT, book.getHookCorner(HOOK::LEFT));
-    EXPECT_EQ(BOTTOM_LEFT, book.getTargetCorner(HOOK::RIGHT));
-    EXPECT_EQ(TOP_LEFT, book.getTargetCorner(HOOK::TOP_RIGHT));
 }
 
 TEST(BookTurning, HoverLiftsACornerThatCanTurnAndLetsItFallBack)
@@ -169,52 +150,27 @@ TEST(BookTurning, TheDraggedCornerStaysOnTheSpine)
         EXPECT_EQ(856.f, edge.getCorner().y);
     }
 
-    // Corner hooks: at most a page width from the near spine end, a diagonal from the far one.
-    Book corner;
-    booktesting::fill(corner, 2);
-    corner.grab(TOP_RIGHT);
-    corner.setPointer({1000.f, 300.f});
-    corner.update();
-    EXPECT_EQ(sf::Vector2f(1000.f, 300.f), corner.getTarget());
-    for (const sf::Vector2f pointer : {sf::Vector2f(1800.f, 100.f), sf::Vector2f(1300.f, 1100.f),
-                                       sf::Vector2f(900.f, -400.f), sf::Vector2f(-500.f, 900.f)})
-    {
-        corner.setPointer(pointer);
-        corner.update();
-        EXPECT_LE(ryn::lengthOf(corner.getTarget() - TOP_SPINE), 440.01f);
-        EXPECT_LE(ryn::lengthOf(corner.getTarget() - BOTTOM_SPINE), 809.95f);
-    }
 }
 
-TEST(BookFold, WorkedExampleAndTheFixedCases)
+TEST(BookTurning, AGrabNearTheEndOfATurnEndsItThenTakesTheNewSpread)
 {
     Book book;
-    float foldAngle = 0.f;
-    float pageAngle = 0.f;
-    sf::Vector2f centre;
-    sf::Vector2f edge;
-    book.computeFold({1000.f, 250.f}, TOP_RIGHT, BOTTOM_SPINE, TOP_SPINE, foldAngle, pageAngle, centre, edge);
-    EXPECT_EQ(sf::Vector2f(1121.f, 213.f), centre);
-    EXPECT_NEAR(1109.69f, edge.x, 0.01f);
-    EXPECT_EQ(176.f, edge.y);
-    EXPECT_NEAR(73.0f, foldAngle, 0.05f);
-    EXPECT_NEAR(-34.0f, pageAngle, 0.05f);
+    booktesting::fill(book, 3);
+    std::vector<std::pair<STATE, std::uint32_t>> turned;
+    book.setPageTurnedCallback([&] { turned.emplace_back(book.getState(), book.getCurrentPage()); });
+    drag(book, TOP_RIGHT, {600.f, 300.f});
+    while (book.getState() == STATE::TURNING && ryn::lengthOf(book.getTarget() - book.getCorner()) > 24.f)
+        book.update();
+    ASSERT_EQ(STATE::TURNING, book.getState());
+    const std::uint64_t revision = book.getSpreadRevision();
 
-    book.computeFold(TOP_RIGHT, TOP_RIGHT, BOTTOM_SPINE, TOP_SPINE, foldAngle, pageAngle, centre, edge);
-    EXPECT_EQ(-45.f, foldAngle);
-    EXPECT_EQ(90.f, pageAngle);
-    EXPECT_EQ(TOP_SPINE, edge);
-
-    // Edge hooks: a vertical fold and an unrotated back, both directions.
-    for (const sf::Vector2f hookCorner : {BOTTOM_RIGHT, BOTTOM_LEFT})
-    {
-        book.computeFold({700.f, 856.f}, hookCorner, TOP_SPINE, BOTTOM_SPINE, foldAngle, pageAngle, centre, edge);
-        EXPECT_EQ(90.f, foldAngle);
-        EXPECT_EQ(0.f, pageAngle);
-        EXPECT_EQ(centre, edge);
-    }
-
-    // The fold never meets the edge beyond the spine.
-    book.computeFold({900.f, 800.f}, TOP_RIGHT, BOTTOM_SPINE, TOP_SPINE, foldAngle, pageAngle, centre, edge);
-    EXPECT_EQ(TOP_SPINE, edge);
+    book.setPointer(BOTTOM_RIGHT);
+    book.grab(BOTTOM_RIGHT);
+    ASSERT_EQ(1u, turned.size()) << "the turn ends, and tells so, before the grab";
+    EXPECT_EQ(STATE::IDLE, turned[0].first);
+    EXPECT_EQ(2u, turned[0].second);
+    EXPECT_NE(revision, book.getSpreadRevision());
+    EXPECT_EQ(STATE::DRAGGING, book.getState());
+    EXPECT_EQ(HOOK::BOTTOM_RIGHT, book.getHook());
+    EXPECT_EQ(BOTTOM_RIGHT, book.getCorner());
 }

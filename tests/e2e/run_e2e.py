@@ -166,6 +166,67 @@ def case_harmless_inputs(game):
     assert_clean_end(game)
 
 
+# Where the left page's text can show during the last pixels of a forward turn: left of the fold,
+# and of the spine's darkest shadow.
+LEFT_OF_FOLD = (380, 216, 798, 816)
+
+
+def rightmost_ink(shot, rect):
+    """The rightmost column of rect holding ink, or None."""
+    left, top, right, bottom = rect
+    for x in range(right - 1, left - 1, -1):
+        for y in range(top, bottom, 2):
+            if is_ink(*shot.pixel(x, y)):
+                return x
+    return None
+
+
+def case_quick_turns(game):
+    """A page that has visibly landed can be taken again at once: a second drag, started while the
+    turned page still travels its last pixels, turns back instead of being ignored."""
+    game.wait_for_window()
+    shot = game.wait_for(buttons_shown(2), "the first scene")
+    first_ink = ink(shot, harness.LEFT_TEXT)
+    pick(game, shot, 0, 2)
+    hub = turn_to_next_scene(game, "hub", 2)
+    hub_right = rightmost_ink(hub, LEFT_OF_FOLD)
+    check(hub_right is not None, "no handwriting on the hub's left page")
+    game.turn_page_back()
+    game.wait_until_still()
+
+    # Turn forward again; while the page lands, the pointer waits on the new spread's bottom-left
+    # corner. The turned page's text lies `offset` pixels right of its place.
+    game.turn_page_forward()
+    game.move(362 + 12, 856 - 10, pause=0)
+    offsets = []
+    deadline = time.monotonic() + 30.0
+    while True:
+        shot = game.screenshot()
+        right = rightmost_ink(shot, LEFT_OF_FOLD)
+        offsets.append(None if right is None else right - hub_right)
+        last_two = offsets[-2:]
+        if len(last_two) == 2 and None not in last_two and 3 <= last_two[1] <= 20 \
+                and last_two[1] <= last_two[0] <= 60:
+            break
+        landed = len(last_two) == 2 and last_two[0] == last_two[1] == 0
+        check(time.monotonic() < deadline and not landed,
+              "the turned page was never caught in its last pixels (offsets %s)" % offsets)
+    shot.save_png(os.path.join(game.artifacts_dir, "landing.png"))
+
+    # The second drag, at once: back across the spine.
+    game.press(pause=0.1)
+    for x in range(362 + 120, 1041, 120):
+        game.move(x, 846, pause=0.05)
+    game.move(1040, 846, pause=0.3)
+    game.release()
+    game.move(60, 60)
+    back = game.wait_until_still()
+    game.screenshot("turned-back-at-once")
+    check(ink(back, harness.LEFT_TEXT) == first_ink,
+          "the drag started %d pixels before the page landed was ignored" % offsets[-1])
+    assert_clean_end(game)
+
+
 def run_fault_tree(executable, resources, artifacts, tree):
     """A story with faults: the exact reports, the engine's report of the failed step, status 0."""
     with tempfile.TemporaryDirectory(prefix="orane-e2e-") as work_dir:
@@ -223,6 +284,7 @@ PLAYING_CASES = {
     "path_to_end": (case_path_to_end, "play", []),
     "path_to_game_over": (case_path_to_game_over, "play", []),
     "harmless_inputs": (case_harmless_inputs, "play", []),
+    "quick_turns": (case_quick_turns, "play", []),
     "missing_music": (case_missing_music, "play", ["audio/musics/WhiskyAndRevolver.ogg"]),
 }
 # Cases that end at start-up.
