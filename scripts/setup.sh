@@ -8,7 +8,10 @@ libbenchmark-dev xvfb xauth x11-utils xdotool imagemagick libgl1-mesa-dri \
 fonts-dancingscript fonts-kaushanscript fonts-courier-prime graphviz sox \
 libsox-fmt-all clang libclang-rt-14-dev python3 \
 fonts-leckerli-one python3-fonttools \
-dpkg-dev file lintian desktop-file-utils appstream"
+dpkg-dev file lintian desktop-file-utils appstream \
+nlohmann-json3-dev neovim nodejs"
+# npm comes with some builds of nodejs; Debian's own nodejs needs its npm package beside it.
+command -v npm >/dev/null 2>&1 || ORANE_PACKAGES="$ORANE_PACKAGES npm"
 
 missing=""
 for package in $ORANE_PACKAGES; do

@@ -50,7 +50,51 @@ void dressAsChoiceButton(ryn::ShapeShifter& button, const sf::Font& font, const 
     button.setString(ryn::console::toUtf8(label.toWideString()));
 }
 
+std::u32string codePoints(const sf::String& text)
+{
+    return std::u32string(text.begin(), text.end());
+}
+
+/// A key of a writer and a text.
+std::u32string writerKey(const sf::String& text, PageWriter writer)
+{
+    return static_cast<char32_t>(writer) + codePoints(text);
+}
+
 } // namespace
+
+template <typename Value>
+const Value* PageMeasure::Memo<Value>::find(const std::u32string& key)
+{
+    const auto found = recent.find(key);
+    if (found != recent.end())
+        return &found->second;
+    const auto old = older.find(key);
+    if (old == older.end())
+        return nullptr;
+    return &keep(key, old->second);
+}
+
+template <typename Value>
+const Value& PageMeasure::Memo<Value>::keep(std::u32string key, Value value)
+{
+    return recent.insert_or_assign(std::move(key), std::move(value)).first->second;
+}
+
+template <typename Value>
+void PageMeasure::Memo<Value>::age()
+{
+    older = std::move(recent);
+    recent.clear();
+}
+
+void PageMeasure::forgetUnused()
+{
+    broken_.age();
+    textBottoms_.age();
+    buttonWidths_.age();
+    buttonsBottoms_.age();
+}
 
 std::vector<std::string> PageMeasure::fontDirectories(const std::string& executableDirectory)
 {
@@ -96,19 +140,25 @@ sf::Vector2f PageMeasure::writingArea() const
 
 sf::String PageMeasure::brokenText(const sf::String& text, PageWriter writer)
 {
+    std::u32string key = writerKey(text, writer);
+    if (const sf::String* known = broken_.find(key))
+        return *known;
     Page page{text, writer};
     Book::wrapText(page, writerTexts_, notebook().getPageSize(), notebook().getTextPadding());
-    return page.text;
+    return broken_.keep(std::move(key), page.text);
 }
 
 float PageMeasure::textBottom(const sf::String& text, PageWriter writer)
 {
     if (text.isEmpty())
         return 0.f;
+    std::u32string key = writerKey(text, writer);
+    if (const float* known = textBottoms_.find(key))
+        return *known;
     sf::Text& measured = writerText(writer);
     measured.setString(brokenText(text, writer));
     const sf::FloatRect bounds = measured.getLocalBounds();
-    return bounds.top + bounds.height;
+    return textBottoms_.keep(std::move(key), bounds.top + bounds.height);
 }
 
 sf::String PageMeasure::withAnswer(const sf::String& nathanText, const sf::String& longDescription)
@@ -120,13 +170,26 @@ sf::String PageMeasure::withAnswer(const sf::String& nathanText, const sf::Strin
 
 float PageMeasure::buttonWidth(const sf::String& label)
 {
+    std::u32string key = codePoints(label);
+    if (const float* known = buttonWidths_.find(key))
+        return *known;
     ryn::ShapeShifter button(ryn::ShapeShifter::TEXT | ryn::ShapeShifter::SHAPE, ryn::ShapeShifter::RECTANGLE);
     dressAsChoiceButton(button, fonts_[static_cast<std::size_t>(PageWriter::NATHAN)], label);
     const sf::FloatRect bounds = button.bounds({0.f, 0.f});
-    return bounds.left + bounds.width;
+    return buttonWidths_.keep(std::move(key), bounds.left + bounds.width);
 }
 
 float PageMeasure::buttonsBottom(const sf::String& pageText, const std::vector<sf::String>& labels)
+{
+    std::u32string key = codePoints(pageText);
+    for (const sf::String& label : labels)
+        key += U'\0' + codePoints(label);
+    if (const float* known = buttonsBottoms_.find(key))
+        return *known;
+    return buttonsBottoms_.keep(std::move(key), measureButtonsBottom(pageText, labels));
+}
+
+float PageMeasure::measureButtonsBottom(const sf::String& pageText, const std::vector<sf::String>& labels)
 {
     const sf::String broken = brokenText(pageText, PageWriter::NATHAN);
     if (labels.empty())

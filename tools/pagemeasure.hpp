@@ -8,6 +8,7 @@
 #include <SFML/System/Vector2.hpp>
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace orane
@@ -48,11 +49,33 @@ public:
     /// when they are laid under `pageText` on Nathan's page; the text's bottom when there is none.
     float buttonsBottom(const sf::String& pageText, const std::vector<sf::String>& labels);
 
+    /// Measures are remembered by the texts they were taken from, so a story checked again
+    /// after a small edit measures only what changed. This forgets what was not asked for
+    /// since the previous call: a long editing session keeps only what the story still holds.
+    void forgetUnused();
+
 private:
+    /// Results keyed by the code points they were measured from.
+    template <typename Value>
+    struct Memo
+    {
+        std::unordered_map<std::u32string, Value> recent;
+        std::unordered_map<std::u32string, Value> older;
+        /// Null when not remembered; found in the older half, the result is kept for the next round.
+        const Value* find(const std::u32string& key);
+        const Value& keep(std::u32string key, Value value);
+        void age();
+    };
+
+    float measureButtonsBottom(const sf::String& pageText, const std::vector<sf::String>& labels);
     sf::Text& writerText(PageWriter writer);
     /// What the play state takes for the height of the last page's text.
     float textHeight(const sf::String& brokenPageText, PageWriter writer);
 
+    Memo<sf::String> broken_;
+    Memo<float> textBottoms_;
+    Memo<float> buttonWidths_;
+    Memo<float> buttonsBottoms_;
     sf::Font fonts_[2];
     std::string fontPaths_[2];
     std::vector<sf::Text> writerTexts_;

@@ -41,6 +41,7 @@ const char* const USAGE =
     "  play DIR                       play in the terminal; end of input ends the game\n"
     "  preview DIR [--scene NAME] [--investigated NAME,NAME] [--hub-seen]\n"
     "                                 the game's notebook at a scene, read again on every save\n"
+    "  lsp                            the language server for editors, on standard input and output\n"
     "DIR is a stories directory such as resources/stories.";
 
 std::string executablePath()
@@ -48,13 +49,6 @@ std::string executablePath()
     char buffer[PATH_MAX];
     const ssize_t length = readlink("/proc/self/exe", buffer, sizeof(buffer) - 1);
     return length > 0 ? std::string(buffer, static_cast<std::size_t>(length)) : std::string();
-}
-
-std::string executableDirectory()
-{
-    const std::string path = executablePath();
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? std::string() : path.substr(0, slash);
 }
 
 int check(const std::string& directory)
@@ -222,6 +216,13 @@ bool readNumber(const char* text, std::uint64_t& number)
 }
 
 } // namespace
+
+std::string executableDirectory()
+{
+    const std::string path = executablePath();
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? std::string() : path.substr(0, slash);
+}
 
 int runStoryCommand(int argc, char* argv[])
 {

@@ -36,6 +36,26 @@ TEST_F(PageMeasureTest, BrokenLinesFitTheColumnAndTheTextGrowsDownwards)
     EXPECT_EQ(measure_.textBottom(L"", orane::PageWriter::NATHAN), 0.f);
 }
 
+TEST_F(PageMeasureTest, RememberedMeasuresAreThoseOfAFreshMeasure)
+{
+    // The same text in both hands, and labels that would run together without a separator.
+    const sf::String text = L"Le passeur attendait sous la lanterne, une main sur la rame et l'autre dans sa poche.";
+    const float oranes = measure_.textBottom(text, orane::PageWriter::ORANE);
+    const float nathans = measure_.textBottom(text, orane::PageWriter::NATHAN);
+    const float split = measure_.buttonsBottom(text, {L"Aller au quai", L"Attendre"});
+    const float joined = measure_.buttonsBottom(text, {L"Aller au quaiAttendre"});
+    measure_.forgetUnused();
+    measure_.forgetUnused();
+
+    orane::PageMeasure fresh;
+    ASSERT_TRUE(fresh.loadFonts({std::string(ORANE_BINARY_DIR) + "/resources/fonts/"}));
+    EXPECT_EQ(oranes, fresh.textBottom(text, orane::PageWriter::ORANE));
+    EXPECT_EQ(nathans, fresh.textBottom(text, orane::PageWriter::NATHAN));
+    EXPECT_EQ(split, fresh.buttonsBottom(text, {L"Aller au quai", L"Attendre"}));
+    EXPECT_EQ(joined, fresh.buttonsBottom(text, {L"Aller au quaiAttendre"}));
+    EXPECT_EQ(measure_.textBottom(text, orane::PageWriter::NATHAN), nathans);
+}
+
 TEST_F(PageMeasureTest, AnAnswerGoesOnItsOwnLineUnlessThePageIsEmpty)
 {
     EXPECT_EQ(measure_.withAnswer(L"", L"Je pars.\n"), sf::String(L"Je pars.\n"));
