@@ -16,7 +16,7 @@ class ReloadTimer
 {
 public:
     /// Quiet needed after the last change before reading the story.
-    static constexpr sf::Int64 QUIET_MICROSECONDS = 15'000;
+    static constexpr sf::Int64 QUIET_MICROSECONDS = 8'000;
     /// Quiet needed after the last change before a fault found is shown.
     static constexpr sf::Int64 FAULT_GRACE_MICROSECONDS = 300'000;
 

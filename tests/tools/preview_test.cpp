@@ -56,17 +56,20 @@ TEST(PreviewOptions, ThePlaceToStartAtAndTheMistakesOfTheCommandLine)
     EXPECT_FALSE(parse({"dir", "--scene", ""}, error).has_value());
 }
 
+const sf::Time QUIET = sf::microseconds(ReloadTimer::QUIET_MICROSECONDS);
+const sf::Time GRACE = sf::microseconds(ReloadTimer::FAULT_GRACE_MICROSECONDS);
+
 TEST(ReloadTimer, ABurstOfChangesGivesOneReadingOnceQuiet)
 {
     ReloadTimer timer;
     EXPECT_FALSE(timer.untilDue(ms(0)).has_value());
     timer.noteChange(ms(100));
-    timer.noteChange(ms(105));
-    EXPECT_FALSE(timer.takeReload(ms(110)));
-    EXPECT_EQ(timer.untilDue(ms(110)), ms(10));
-    EXPECT_TRUE(timer.takeReload(ms(120)));
-    EXPECT_FALSE(timer.takeReload(ms(200)));
-    EXPECT_FALSE(timer.untilDue(ms(200)).has_value());
+    timer.noteChange(ms(101));
+    EXPECT_FALSE(timer.takeReload(ms(101) + QUIET - ms(1)));
+    EXPECT_EQ(timer.untilDue(ms(101)), QUIET);
+    EXPECT_TRUE(timer.takeReload(ms(101) + QUIET));
+    EXPECT_FALSE(timer.takeReload(ms(500)));
+    EXPECT_FALSE(timer.untilDue(ms(500)).has_value());
 }
 
 TEST(ReloadTimer, AFaultWaitsForTheEditorToFinishAndAnotherChangeDropsIt)
@@ -74,23 +77,23 @@ TEST(ReloadTimer, AFaultWaitsForTheEditorToFinishAndAnotherChangeDropsIt)
     // Truncate then write: the empty file reads as a fault, the full one does not.
     ReloadTimer timer;
     timer.noteChange(ms(0));
-    ASSERT_TRUE(timer.takeReload(ms(15)));
+    ASSERT_TRUE(timer.takeReload(QUIET));
     timer.holdFault();
-    EXPECT_FALSE(timer.takeFault(ms(100)));
-    timer.noteChange(ms(120));
-    EXPECT_FALSE(timer.takeFault(ms(1000)));
-    ASSERT_TRUE(timer.takeReload(ms(1000)));
+    EXPECT_FALSE(timer.takeFault(GRACE - ms(1)));
+    timer.noteChange(GRACE - ms(1));
+    EXPECT_FALSE(timer.takeFault(ms(5000)));
+    ASSERT_TRUE(timer.takeReload(ms(5000)));
 
     // A fault that stays: shown once the grace has run out after the last change, and once.
     timer.holdFault();
-    EXPECT_EQ(timer.untilDue(ms(1000)), sf::Time::Zero);
-    timer.noteChange(ms(2000));
-    ASSERT_TRUE(timer.takeReload(ms(2020)));
+    EXPECT_EQ(timer.untilDue(ms(5000)), sf::Time::Zero);
+    timer.noteChange(ms(6000));
+    ASSERT_TRUE(timer.takeReload(ms(6000) + QUIET));
     timer.holdFault();
-    EXPECT_EQ(timer.untilDue(ms(2020)), ms(280));
-    EXPECT_FALSE(timer.takeFault(ms(2299)));
-    EXPECT_TRUE(timer.takeFault(ms(2300)));
-    EXPECT_FALSE(timer.takeFault(ms(2400)));
+    EXPECT_EQ(timer.untilDue(ms(6000) + QUIET), GRACE - QUIET);
+    EXPECT_FALSE(timer.takeFault(ms(6000) + GRACE - ms(1)));
+    EXPECT_TRUE(timer.takeFault(ms(6000) + GRACE));
+    EXPECT_FALSE(timer.takeFault(ms(7000)));
 }
 
 orane::PreviewPlace place(const char* scene, std::vector<sf::String> investigated = {}, bool hubSeen = false)
