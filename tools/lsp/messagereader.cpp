@@ -61,6 +61,8 @@ std::optional<MessageReader::Frame> MessageReader::next()
         if (skipping_ > 0)
             return std::nullopt;
     }
+    if (resyncing_ && !resync())
+        return std::nullopt;
     if (!bodySize_.has_value()) {
         std::optional<Frame> fault = readHeaders();
         if (fault.has_value() || !bodySize_.has_value())
@@ -76,13 +78,13 @@ std::optional<MessageReader::Frame> MessageReader::next()
 
 std::optional<MessageReader::Frame> MessageReader::readHeaders()
 {
+    // Headers are a few dozen bytes: a long run without a blank line is not a header block.
     const std::size_t end = buffer_.find(HEADER_END, start_);
-    if (end == std::string::npos) {
-        // Headers are a few dozen bytes: a long run without a blank line is not a header block.
-        if (buffer_.size() - start_ > 4096)
-            return discardUpToNextHeader("no end of headers in the first 4096 bytes");
+    if ((end == std::string::npos && buffer_.size() - start_ > MAX_HEADER_BYTES)
+        || (end != std::string::npos && end - start_ > MAX_HEADER_BYTES))
+        return discardUpToNextHeader("no end of headers in the first 4096 bytes");
+    if (end == std::string::npos)
         return std::nullopt;
-    }
     std::optional<std::size_t> length;
     std::size_t lineStart = start_;
     while (lineStart < end) {
@@ -111,13 +113,27 @@ std::optional<MessageReader::Frame> MessageReader::readHeaders()
 
 MessageReader::Frame MessageReader::discardUpToNextHeader(const std::string& reason)
 {
-    const std::string unread = lowered(buffer_.substr(start_));
-    // Skip at least one byte so that a header block that starts with a bad line moves on.
-    const std::size_t next = unread.find(LENGTH_HEADER, 1);
-    // Without one, keep a tail that may be the beginning of a header cut by the read.
-    const std::size_t keep = unread.empty() ? 0 : std::min(unread.size() - 1, LENGTH_HEADER.size() - 1);
-    start_ = next == std::string::npos ? buffer_.size() - keep : start_ + next;
+    // Skip at least one byte so that a header block that starts with "Content-Length" moves on.
+    start_ = std::min(start_ + 1, buffer_.size());
+    resyncing_ = true;
     return Frame{false, reason};
+}
+
+bool MessageReader::resync()
+{
+    const std::string unread = lowered(buffer_.substr(start_));
+    const std::size_t next = unread.find(LENGTH_HEADER);
+    if (next != std::string::npos) {
+        start_ += next;
+        resyncing_ = false;
+        return true;
+    }
+    // Keep an end that may be the beginning of the header, cut by the read.
+    std::size_t keep = std::min(unread.size(), LENGTH_HEADER.size() - 1);
+    while (keep > 0 && unread.compare(unread.size() - keep, keep, LENGTH_HEADER, 0, keep) != 0)
+        --keep;
+    start_ = buffer_.size() - keep;
+    return false;
 }
 
 } // namespace orane::lsp

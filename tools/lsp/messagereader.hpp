@@ -9,8 +9,9 @@ namespace orane::lsp
 
 /// Cuts the byte stream of the base protocol into message bodies: header lines ended by CR LF,
 /// a blank line, then exactly Content-Length bytes. Bytes may arrive in pieces of any size.
-/// A header block that cannot be read is reported once and skipped up to the next
-/// "Content-Length" header, so one bad message never ends the conversation.
+/// A header block that cannot be read is reported once and the bytes up to the next
+/// "Content-Length" header are dropped unread, so one bad message never ends the conversation;
+/// however the bytes are cut by the reads, the same frames come out.
 class MessageReader
 {
 public:
@@ -24,6 +25,7 @@ public:
 
     /// Bodies longer than this are skipped unread and reported.
     static constexpr std::size_t MAX_BODY_BYTES = std::size_t{256} << 20;
+    static constexpr std::size_t MAX_HEADER_BYTES = 4096;
 
     void feed(const char* data, std::size_t size);
     /// Puts bytes back in front of what is still unread (a body that turned out to hold the
@@ -36,6 +38,8 @@ public:
 private:
     std::optional<Frame> readHeaders();
     Frame discardUpToNextHeader(const std::string& reason);
+    /// Drops bytes up to the next "Content-Length"; false while it has not come.
+    bool resync();
 
     std::string buffer_;
     std::size_t start_ = 0;
@@ -43,6 +47,7 @@ private:
     std::optional<std::size_t> bodySize_;
     /// Bytes of an oversized body still to be dropped.
     std::size_t skipping_ = 0;
+    bool resyncing_ = false;
 };
 
 } // namespace orane::lsp

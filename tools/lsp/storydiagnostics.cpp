@@ -54,6 +54,16 @@ StoryDiagnostics::StoryDiagnostics(PageMeasure* measure, std::string unmeasuredR
 std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& workspace, const StoryIndex& index)
 {
     std::map<std::string, std::vector<Diagnostic>> found;
+    for (const std::string& path : workspace.storyFiles()) {
+        const std::size_t size = workspace.document(path).text().size();
+        if (size <= MAX_FILE_BYTES)
+            continue;
+        found[path].push_back(Diagnostic{Span{path, 0, 0}, Diagnostic::SEVERITY::WARNING,
+                                         "this file holds " + std::to_string(size >> 20U)
+                                             + " MB, too much to check as you type: orane-story check checks it"});
+    }
+    if (!found.empty())
+        return found;
     const std::string directory = staged_.stage(workspace);
     if (directory.empty())
         return found;

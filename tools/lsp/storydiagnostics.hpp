@@ -4,6 +4,7 @@
 #include "storyindex.hpp"
 #include "workspace.hpp"
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
@@ -34,6 +35,9 @@ struct Diagnostic
 class StoryDiagnostics
 {
 public:
+    /// A story file larger than this (ten times a long novel) is not checked on every edit.
+    static constexpr std::size_t MAX_FILE_BYTES = std::size_t{8} << 20;
+
     /// `measure` may be null: pages are then not measured and `unmeasuredReason` says why.
     StoryDiagnostics(PageMeasure* measure, std::string unmeasuredReason);
 
