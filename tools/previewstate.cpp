@@ -296,6 +296,8 @@ PreviewState::OPENING PreviewState::openAt(std::size_t stop, PreviewPlace place)
         return OPENING::SCENE_MISSING;
     if (!opened) {
         heldFault_ = placedReport(options_.directory, report);
+        if (heldFault_.empty())
+            heldFault_.push_back("The notebook could not be opened; the terminal says why.");
         return OPENING::FAULTY;
     }
     trail_.openAt(stop, place);
@@ -317,17 +319,17 @@ void PreviewState::noteSceneShown(const StateGame& game)
 
 void PreviewState::showHeldFault()
 {
+    // A reading since the fault was held may have found the story sound.
+    if (heldFault_.empty())
+        return;
     redrawPending_ = true;
-    std::vector<std::string> lines = heldFault_;
-    if (lines.empty())
-        lines.push_back("The notebook could not be opened; the terminal says why.");
-    overlay_.showFaults(game_ ? HEADING_WITH_STORY : HEADING_WITHOUT_STORY, lines);
-    if (lines != lastReport_) {
+    overlay_.showFaults(game_ ? HEADING_WITH_STORY : HEADING_WITHOUT_STORY, heldFault_);
+    if (heldFault_ != lastReport_) {
         ryn::console::writeLine("preview: the story has a fault:");
-        for (const std::string& line : lines)
+        for (const std::string& line : heldFault_)
             ryn::console::writeLine(line);
     }
-    lastReport_ = lines;
+    lastReport_ = heldFault_;
 }
 
 std::string PreviewState::title() const
