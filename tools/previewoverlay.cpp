@@ -130,8 +130,9 @@ void PreviewOverlay::handlePointer(sf::Vector2f pointer, bool pressed, bool rele
 
 float PreviewOverlay::panelHeight() const
 {
-    const float buttonRoom = button_ != nullptr ? BUTTON_ROOM : 0.f;
-    return 2.f * PADDING + LINE_HEIGHT * static_cast<float>(lines_.size()) + buttonRoom;
+    // The button's room holds its own gap to the frame.
+    const float below = button_ != nullptr ? BUTTON_ROOM : PADDING;
+    return PADDING + LINE_HEIGHT * static_cast<float>(lines_.size()) + below;
 }
 
 void PreviewOverlay::draw(sf::RenderTarget& target) const
