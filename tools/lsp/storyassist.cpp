@@ -109,11 +109,16 @@ Json StoryAssist::completion(const Json& params) const
     const bool afterForward = forward != std::string_view::npos && prefix.find(' ', forward) != std::string_view::npos;
     if (afterArrow || afterForward) {
         const Json range = rangeFrom(afterArrow ? std::max(wordStart(" \t"), prefix.find("->") + 2) : wordStart(" "));
-        for (const std::string& name : index_.sceneNames()) {
-            const StoryIndex::File* file = nullptr;
-            static_cast<void>(index_.definition(name, &file));
-            items.push_back(completionItem(name, name, COMPLETION_CLASS, file != nullptr ? fileName(file->path) : std::string(), range));
+        // Each name once, with the file of the scene the game keeps.
+        std::map<std::string, std::string> scenes;
+        for (const StoryIndex::File& file : index_.files()) {
+            for (const StoryIndex::Scene& scene : file.scenes) {
+                if (!scene.name.empty())
+                    scenes.emplace(scene.name, fileName(file.path));
+            }
         }
+        for (const auto& [name, file] : scenes)
+            items.push_back(completionItem(name, name, COMPLETION_CLASS, file, range));
         for (const std::string& name : SPECIAL_SCENES)
             items.push_back(completionItem(name, name, COMPLETION_CLASS, "composed by the game", range));
         return items;
