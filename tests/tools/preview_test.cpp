@@ -1,4 +1,5 @@
 #include "previewoptions.hpp"
+#include "previewoverlay.hpp"
 #include "reloadtimer.hpp"
 #include "scenetrail.hpp"
 #include "storywatcher.hpp"
@@ -218,6 +219,47 @@ TEST(SceneManagerPlayFrom, PlayStartsAtAnyPlaceWithTheSuspectsAndTheHubAsGiven)
     shown.clear();
     manager.playFrom("briefing", {}, false);
     EXPECT_EQ(shown, (std::vector<sf::String>{"briefing", "hub"})) << "forward links are followed";
+}
+
+TEST(PreviewOverlay, LongReportsWrapAtBlanksAndTooManyLinesAreCountedForTheTerminal)
+{
+    sf::Font font;
+    ASSERT_TRUE(font.loadFromFile(std::string(ORANE_BINARY_DIR) + "/resources/fonts/monofonto.ttf"));
+    orane::PreviewOverlay overlay(font);
+    std::string longLine = "histoire/Dupont.txt:9: ERROR :";
+    for (int word = 0; word < 60; ++word)
+        longLine += " mot" + std::to_string(word);
+    overlay.showFaults("Heading", {longLine, "short"});
+    const std::vector<std::string>& lines = overlay.lines();
+    ASSERT_GE(lines.size(), 4u);
+    EXPECT_EQ(lines.front(), "Heading");
+    EXPECT_EQ(lines.back(), "short");
+    // Between the heading and "short": the pieces of the long line.
+    const std::size_t last = lines.size() - 2;
+    std::string joined;
+    for (std::size_t index = 1; index <= last; ++index) {
+        const std::string& piece = lines[index];
+        EXPECT_LE(piece.size(), lines[1].size() + 4) << "no piece wider than the first";
+        if (index > 1) {
+            ASSERT_EQ(piece.substr(0, 4), "    ") << "continuations are indented";
+            EXPECT_NE(piece[4], ' ');
+        }
+        if (index < last) {
+            EXPECT_EQ(piece.back(), ' ') << "cut after a blank, not inside a word: " << piece;
+        }
+        joined += index > 1 ? piece.substr(4) : piece;
+    }
+    EXPECT_EQ(joined, longLine);
+
+    std::vector<std::string> many;
+    for (int line = 0; line < 50; ++line)
+        many.push_back("line " + std::to_string(line));
+    overlay.showFaults("Heading", many);
+    ASSERT_EQ(overlay.lines().size(), orane::PreviewOverlay::MOST_LINES);
+    EXPECT_EQ(overlay.lines()[orane::PreviewOverlay::MOST_LINES - 2], "line 21");
+    EXPECT_EQ(overlay.lines().back(), "... 28 more lines in the terminal");
+    overlay.clear();
+    EXPECT_TRUE(overlay.isEmpty());
 }
 
 } // namespace
