@@ -75,7 +75,8 @@ std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& 
         static_cast<void>(checker.run());
         report = capture.lines();
     }
-    if (measure_ != nullptr)
+    // Edits come a few characters at a time: what a run forgets, the next may need again.
+    if (measure_ != nullptr && ++runs_ % RUNS_BETWEEN_FORGETTING == 0)
         measure_->forgetUnused();
     Diagnostic* last = nullptr;
     for (const std::string& line : report) {

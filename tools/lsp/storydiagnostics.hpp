@@ -54,6 +54,8 @@ private:
     PageMeasure* measure_ = nullptr;
     std::string unmeasuredReason_;
     StagedStory staged_;
+    static constexpr std::size_t RUNS_BETWEEN_FORGETTING = 64;
+    std::size_t runs_ = 0;
 };
 
 } // namespace orane::lsp
