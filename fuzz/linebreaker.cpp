@@ -8,7 +8,7 @@
 #include "fuzzing.hpp"
 
 #include "book/linebreaker.hpp"
-#include "book/referencelinebreaker.hpp"
+#include "referencelinebreaker.hpp"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/Text.hpp>

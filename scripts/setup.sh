@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs, once, every Debian package the game, its tests and its tools need.
-# Sourced by play.sh and test.sh; a second run finds everything and installs nothing.
+# Run by play.sh and test.sh (sh scripts/setup.sh); a second run finds everything and installs nothing.
 set -e
 
 ORANE_PACKAGES="build-essential cmake pkg-config libsfml-dev libgtest-dev libgmock-dev \
@@ -8,7 +8,7 @@ libbenchmark-dev xvfb xauth x11-utils xdotool imagemagick libgl1-mesa-dri \
 fonts-dancingscript fonts-kaushanscript fonts-courier-prime graphviz sox \
 libsox-fmt-all clang libclang-rt-14-dev python3 \
 fonts-leckerli-one python3-fonttools \
-dpkg-dev file lintian desktop-file-utils appstream \
+dpkg-dev file lintian desktop-file-utils appstream clang-format clang-tidy \
 nlohmann-json3-dev neovim nodejs"
 # npm comes with some builds of nodejs; Debian's own nodejs needs its npm package beside it.
 command -v npm >/dev/null 2>&1 || ORANE_PACKAGES="$ORANE_PACKAGES npm"

@@ -4,7 +4,7 @@
 #include "frenchprose.hpp"
 
 #include "book/linebreaker.hpp"
-#include "book/referencelinebreaker.hpp"
+#include "referencelinebreaker.hpp"
 
 #include <SFML/Graphics/Font.hpp>
 

@@ -42,7 +42,8 @@ inline const sf::Font& resourceFont(const std::string& name)
         font = std::make_unique<sf::Font>();
         const std::string path = std::string(ORANE_BINARY_DIR) + "/resources/fonts/" + name;
         if (!font->loadFromFile(path))
-            ADD_FAILURE() << "cannot load " << path << " (build the target orane_resources)";
+            ADD_FAILURE() << "cannot load " << path << ": the build makes it from Debian's font packages "
+                          "(sh scripts/setup.sh installs them; build the target orane_resources)";
     }
     return *font;
 }

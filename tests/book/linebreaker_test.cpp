@@ -1,5 +1,5 @@
 #include "book/linebreaker.hpp"
-#include "book/referencelinebreaker.hpp"
+#include "referencelinebreaker.hpp"
 
 #include "booktesting.hpp"
 

@@ -49,72 +49,81 @@ bool Application::init()
 
 bool Application::run()
 {
-    Graphics* graphics = components().graphics();
-    InputManager* inputManager = components().inputManager();
-    InputProcessor* inputProcessor = components().inputProcessor();
-    StateManager* stateManager = components().stateManager();
-
     clock_->restart();
-    sf::Time previous = sf::Time::Zero;
-    float updateLag = 0.f;
-    float frameLag = 0.f;
-
-    if (!graphics->isOpen())
+    if (!components().graphics()->isOpen())
         return true;
 
+    LoopLag lag;
+    sf::Time previous = sf::Time::Zero;
     for (;;) {
         const sf::Time now = clock_->elapsed();
         const float dt = (now - previous).asSeconds();
         previous = now;
-        updateLag += dt;
-        frameLag += dt;
+        lag.update += dt;
+        lag.frame += dt;
 
-        while (updateLag >= gameRate_) {
-            updateLag -= gameRate_;
-            inputManager->resetTransitions();
-
-            sf::RenderWindow* window = graphics->window();
-            sf::Event event;
-            while (graphics->pollEvent(event)) {
-                if (inputProcessor->processEvent(event))
-                    continue;
-                if (event.type == sf::Event::Closed) {
-                    window->close();
-                } else if (event.type == sf::Event::Resized) {
-                    graphics->resize(event.size.width, event.size.height);
-                    stateManager->updateLayout();
-                    // The events behind a resize wait for the next step, laid out anew.
-                    break;
-                }
-            }
-
-            if (window->isOpen()) {
-                stateManager->currentState()->update(gameRate_);
-                if (stateManager->quitRequested()) {
-                    close();
-                    return true;
-                }
-            }
-        }
-
-        if (frameLag >= frameRate_) {
-            AbstractState* state = stateManager->currentState();
-            if (state->needsRedraw()) {
-                graphics->target().clear(sf::Color(0, 0, 0, 255));
-                state->draw(dt, updateLag / gameRate_);
-                graphics->display();
-            }
-            // The frame just drawn uses up its interval; beyond that, keep at most one
-            // interval of backlog so that a stall is not followed by a burst of frames.
-            frameLag -= frameRate_;
-            while (frameLag >= 2.f * frameRate_)
-                frameLag -= frameRate_;
-        }
-
-        if (!graphics->isOpen())
+        if (!runDueUpdateSteps(lag)) {
+            close();
             return true;
-        waitForNextDeadline(updateLag, frameLag);
+        }
+        drawDueFrame(dt, lag);
+        if (!components().graphics()->isOpen())
+            return true;
+        waitForNextDeadline(lag.update, lag.frame);
     }
+}
+
+bool Application::runDueUpdateSteps(LoopLag& lag)
+{
+    StateManager* stateManager = components().stateManager();
+    while (lag.update >= gameRate_) {
+        lag.update -= gameRate_;
+        components().inputManager()->resetTransitions();
+        pollEvents();
+        if (components().graphics()->window()->isOpen()) {
+            stateManager->currentState()->update(gameRate_);
+            if (stateManager->quitRequested())
+                return false;
+        }
+    }
+    return true;
+}
+
+void Application::pollEvents()
+{
+    Graphics* graphics = components().graphics();
+    InputProcessor* inputProcessor = components().inputProcessor();
+    sf::Event event;
+    while (graphics->pollEvent(event)) {
+        if (inputProcessor->processEvent(event))
+            continue;
+        if (event.type == sf::Event::Closed) {
+            graphics->window()->close();
+        } else if (event.type == sf::Event::Resized) {
+            graphics->resize(event.size.width, event.size.height);
+            components().stateManager()->updateLayout();
+            // The events behind a resize wait for the next step, laid out anew.
+            break;
+        }
+    }
+}
+
+void Application::drawDueFrame(float dt, LoopLag& lag)
+{
+    if (lag.frame < frameRate_)
+        return;
+    Graphics* graphics = components().graphics();
+    AbstractState* state = components().stateManager()->currentState();
+    if (state->needsRedraw()) {
+        graphics->target().clear(sf::Color(0, 0, 0, 255));
+        state->draw(dt, lag.update / gameRate_);
+        graphics->display();
+    }
+    // The frame just drawn uses up its interval; beyond that, keep at most one interval of
+    // backlog so that a stall is not followed by a burst of frames.
+    lag.frame -= frameRate_;
+    while (lag.frame >= 2.f * frameRate_)
+        lag.frame -= frameRate_;
 }
 
 void Application::waitForNextDeadline(float updateLag, float frameLag)

@@ -11,51 +11,43 @@
 
 namespace ryn
 {
-namespace
-{
-
-template <typename Component>
-void destroy(Component*& component)
-{
-    delete component;
-    component = nullptr;
-}
-
-} // namespace
 
 void Components::set(Application* application, FocusManager* focusManager, Graphics* graphics,
                      GuiFactory* guiFactory, InputManager* inputManager,
                      InputProcessor* inputProcessor, PathManager* pathManager,
                      ResourceManager* resourceManager, StateManager* stateManager)
 {
+    clear();
     application_ = application;
-    focusManager_ = focusManager;
-    graphics_ = graphics;
-    guiFactory_ = guiFactory;
-    inputManager_ = inputManager;
-    inputProcessor_ = inputProcessor;
-    pathManager_ = pathManager;
-    resourceManager_ = resourceManager;
-    stateManager_ = stateManager;
+    focusManager_.reset(focusManager);
+    graphics_.reset(graphics);
+    guiFactory_.reset(guiFactory);
+    inputManager_.reset(inputManager);
+    inputProcessor_.reset(inputProcessor);
+    pathManager_.reset(pathManager);
+    resourceManager_.reset(resourceManager);
+    stateManager_.reset(stateManager);
 }
 
 void Components::clear()
 {
     application_ = nullptr;
-    destroy(focusManager_);
-    destroy(graphics_);
-    destroy(guiFactory_);
-    destroy(inputManager_);
-    destroy(inputProcessor_);
-    destroy(pathManager_);
-    destroy(resourceManager_);
-    destroy(stateManager_);
+    focusManager_.reset();
+    graphics_.reset();
+    guiFactory_.reset();
+    inputManager_.reset();
+    inputProcessor_.reset();
+    pathManager_.reset();
+    resourceManager_.reset();
+    stateManager_.reset();
 }
 
 Components& components()
 {
-    static Components set;
-    return set;
+    // Never destroyed: what is still held at exit is left to the operating system, since SFML's
+    // own globals may be gone by then. The application clears the set before that.
+    static Components* const set = new Components();
+    return *set;
 }
 
 } // namespace ryn

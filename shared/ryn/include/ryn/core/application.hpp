@@ -31,15 +31,15 @@ public:
     /// Creates and brings up the components, opens an 800 x 600 window and initialises the
     /// first state. A failed step is reported and answers false; a resource that cannot be
     /// loaded throws (see `runApplication`).
-    virtual bool init();
+    [[nodiscard]] virtual bool init();
     /// The main loop: fixed update steps of `gameRate()` seconds, frames at most every
     /// `frameRate()` seconds. Returns true when the window is closed or the state manager
     /// asks to quit.
     virtual bool run();
     /// Closes the render window, which ends the main loop at the end of the pass.
     virtual void close();
-    virtual float gameRate() const;
-    virtual float frameRate() const;
+    [[nodiscard]] virtual float gameRate() const;
+    [[nodiscard]] virtual float frameRate() const;
     /// Must be greater than 0; takes effect at the next test of the update loop.
     virtual void setGameRate(float gameRate);
     virtual void setFrameRate(float frameRate);
@@ -56,14 +56,26 @@ public:
     /// Replaces the real-time clock of the main loop (tests drive their own).
     void setClock(std::unique_ptr<LoopClock> clock);
 
-protected:
-    float gameRate_ = 0.05f;
-    float frameRate_ = 1.f / 60.f;
-
 private:
+    /// Time owed to the update steps and to the frames.
+    struct LoopLag
+    {
+        float update = 0.f;
+        float frame = 0.f;
+    };
+
+    /// Every update step due: the pointer and keys, the window's events, the state's step.
+    /// False when the state manager asks to quit.
+    bool runDueUpdateSteps(LoopLag& lag);
+    /// The window's events of one step; a resize ends the step's share of them.
+    void pollEvents();
+    /// A frame when one is due and the state has something new to show.
+    void drawDueFrame(float dt, LoopLag& lag);
     /// Sleeps until the next update step or frame is due, so that the loop never spins.
     void waitForNextDeadline(float updateLag, float frameLag);
 
+    float gameRate_ = 0.05f;
+    float frameRate_ = 1.f / 60.f;
     std::unique_ptr<LoopClock> clock_;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 namespace ryn
 {
 
@@ -22,18 +24,18 @@ public:
     Components(const Components&) = delete;
     Components& operator=(const Components&) = delete;
 
-    Application* application() const { return application_; }
-    FocusManager* focusManager() const { return focusManager_; }
-    Graphics* graphics() const { return graphics_; }
-    GuiFactory* guiFactory() const { return guiFactory_; }
-    InputManager* inputManager() const { return inputManager_; }
-    InputProcessor* inputProcessor() const { return inputProcessor_; }
-    PathManager* pathManager() const { return pathManager_; }
-    ResourceManager* resourceManager() const { return resourceManager_; }
-    StateManager* stateManager() const { return stateManager_; }
+    [[nodiscard]] Application* application() const { return application_; }
+    [[nodiscard]] FocusManager* focusManager() const { return focusManager_.get(); }
+    [[nodiscard]] Graphics* graphics() const { return graphics_.get(); }
+    [[nodiscard]] GuiFactory* guiFactory() const { return guiFactory_.get(); }
+    [[nodiscard]] InputManager* inputManager() const { return inputManager_.get(); }
+    [[nodiscard]] InputProcessor* inputProcessor() const { return inputProcessor_.get(); }
+    [[nodiscard]] PathManager* pathManager() const { return pathManager_.get(); }
+    [[nodiscard]] ResourceManager* resourceManager() const { return resourceManager_.get(); }
+    [[nodiscard]] StateManager* stateManager() const { return stateManager_.get(); }
 
-    /// Stores all nine pointers; the set takes ownership of the eight components.
-    /// Whatever the set held before is forgotten, not destroyed: clear it first.
+    /// Stores all nine pointers; the set takes ownership of the eight components (null ones
+    /// included). Whatever the set held before is destroyed first, as by clear.
     void set(Application* application, FocusManager* focusManager, Graphics* graphics,
              GuiFactory* guiFactory, InputManager* inputManager, InputProcessor* inputProcessor,
              PathManager* pathManager, ResourceManager* resourceManager, StateManager* stateManager);
@@ -43,14 +45,14 @@ public:
 
 private:
     Application* application_ = nullptr;
-    FocusManager* focusManager_ = nullptr;
-    Graphics* graphics_ = nullptr;
-    GuiFactory* guiFactory_ = nullptr;
-    InputManager* inputManager_ = nullptr;
-    InputProcessor* inputProcessor_ = nullptr;
-    PathManager* pathManager_ = nullptr;
-    ResourceManager* resourceManager_ = nullptr;
-    StateManager* stateManager_ = nullptr;
+    std::unique_ptr<FocusManager> focusManager_;
+    std::unique_ptr<Graphics> graphics_;
+    std::unique_ptr<GuiFactory> guiFactory_;
+    std::unique_ptr<InputManager> inputManager_;
+    std::unique_ptr<InputProcessor> inputProcessor_;
+    std::unique_ptr<PathManager> pathManager_;
+    std::unique_ptr<ResourceManager> resourceManager_;
+    std::unique_ptr<StateManager> stateManager_;
 };
 
 /// The program's component set, created empty on first use.

@@ -20,6 +20,7 @@ public:
     void setCallback(std::function<void()> callback);
 
 protected:
+    // Protected rather than private: a concrete button adds its look to them and calls these.
     void onTouchCancel() override;
     void onTouchUp(sf::Vector2f point) override;
 

@@ -42,7 +42,8 @@ public:
     /// after a report, when `node` is not a child.
     virtual std::unique_ptr<SceneNode> detachChild(const SceneNode& node);
 
-protected:
+private:
+    // The hooks: derived nodes override them; only the node's own recursion calls them.
     virtual void drawChildren(sf::RenderTarget& target, sf::RenderStates states) const;
     /// The node's own look, drawn under its children; nothing for the base node.
     virtual void drawCurrent(sf::RenderTarget& target, sf::RenderStates states) const;
@@ -65,7 +66,7 @@ public:
     /// Steps this node, then its children, whatever their visibility.
     virtual void update(float dt);
 
-protected:
+private:
     virtual void updateChildren(float dt);
     virtual void updateCurrent(float dt);
 
@@ -74,7 +75,7 @@ public:
     /// Root x ... x parent x this.
     virtual sf::Transform worldTransform() const;
 
-protected:
+private:
     virtual void onDisable();
     virtual void onEnable();
     virtual void onFocusGained();

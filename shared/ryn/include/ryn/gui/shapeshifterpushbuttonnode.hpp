@@ -21,7 +21,7 @@ public:
     /// Drawn as a node: hidden buttons draw nothing, children come over the button.
     void draw(sf::RenderTarget& target, sf::RenderStates states) const override;
 
-protected:
+private:
     void drawCurrent(sf::RenderTarget& target, sf::RenderStates states) const override;
     void onHoverEnter() override;
     void onHoverLeave() override;

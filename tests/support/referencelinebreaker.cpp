@@ -1,4 +1,4 @@
-#include "book/referencelinebreaker.hpp"
+#include "referencelinebreaker.hpp"
 
 namespace orane
 {

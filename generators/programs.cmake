@@ -93,28 +93,3 @@ add_custom_command(
     COMMENT "Painting the icon"
     VERBATIM)
 add_custom_target(orane_icons ALL DEPENDS ${ORANE_ICON_OUTPUTS})
-
-if(ORANE_BUILD_TESTS)
-    find_package(GTest REQUIRED)
-    include(GoogleTest)
-    enable_testing()
-    add_executable(assets_tests
-        tests/audioloop_test.cpp
-        tests/generatedfiles_test.cpp
-        tests/icon_test.cpp
-        tests/pistolshot_test.cpp
-        tests/score_test.cpp
-        tests/synth_test.cpp
-        tests/texture_test.cpp
-    )
-    target_link_libraries(assets_tests PRIVATE orane_texturegen_painters orane_audiogen_instruments sfml-audio
-                                               GTest::gtest GTest::gtest_main)
-    target_compile_definitions(assets_tests PRIVATE
-        ORANE_BINARY_DIR="${CMAKE_BINARY_DIR}"
-        ORANE_TEXTUREGEN="$<TARGET_FILE:orane_texturegen>"
-        ORANE_AUDIOGEN="$<TARGET_FILE:orane_audiogen>")
-    orane_warnings(assets_tests)
-    # The file checks read the resource tree that the build assembles.
-    add_dependencies(assets_tests orane_resources)
-    gtest_discover_tests(assets_tests WORKING_DIRECTORY ${CMAKE_BINARY_DIR} DISCOVERY_TIMEOUT 60)
-endif()
