@@ -1,7 +1,5 @@
 #include "scene/choice.hpp"
 
-#include <ryn/core/console.hpp>
-
 namespace orane
 {
 
@@ -10,15 +8,16 @@ bool Choice::isValid() const
     return !briefDescription.isEmpty() && !longDescription.isEmpty() && !nextSceneName.isEmpty();
 }
 
-bool Choice::printMissingFields() const
+std::vector<std::string> Choice::missingFields() const
 {
+    std::vector<std::string> missing;
     if (briefDescription.isEmpty())
-        ryn::console::writeLine(std::string("-------- Brief description is empty."));
+        missing.emplace_back("Brief description is empty.");
     if (longDescription.isEmpty())
-        ryn::console::writeLine(std::string("-------- Long description is empty."));
+        missing.emplace_back("Long description is empty.");
     if (nextSceneName.isEmpty())
-        ryn::console::writeLine(std::string("-------- Next scene name is empty."));
-    return isValid();
+        missing.emplace_back("Next scene name is empty.");
+    return missing;
 }
 
 } // namespace orane

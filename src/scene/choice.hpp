@@ -2,6 +2,9 @@
 
 #include <SFML/System/String.hpp>
 
+#include <string>
+#include <vector>
+
 namespace orane
 {
 
@@ -11,9 +14,8 @@ struct Choice
     /// True when all three texts are non-empty (a text of blanks counts as non-empty).
     bool isValid() const;
 
-    /// Prints one "--------" line for each empty text (brief, long, next, in that order);
-    /// answers isValid().
-    bool printMissingFields() const;
+    /// One sentence for each empty text (brief, long, next, in that order).
+    [[nodiscard]] std::vector<std::string> missingFields() const;
 
     /// The button label: everything after the first "*" of the choice line, untrimmed.
     sf::String briefDescription;

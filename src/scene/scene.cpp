@@ -1,5 +1,6 @@
 #include "scene/scene.hpp"
 
+#include "scene/diagnosticprinter.hpp"
 #include "scene/storytext.hpp"
 
 #include <ryn/core/assert.hpp>
@@ -12,19 +13,33 @@ namespace orane
 namespace
 {
 
+using KIND = Diagnostic::KIND;
+using SEVERITY = Diagnostic::SEVERITY;
+
+std::string utf8(const sf::String& text)
+{
+    return ryn::console::toUtf8(text.toWideString());
+}
+
 /// Reads the lines of one scene into it; lives for one call of Scene::deserialize. Texts grow
-/// in code-point buffers and reach the scene once, at their exact size.
+/// in the caller's buffers and reach the scene once, at their exact size.
 class SceneReader
 {
 public:
-    SceneReader(Scene& scene, std::uint32_t firstLine)
+    SceneReader(Scene& scene, std::uint32_t firstLine, Diagnostics& diagnostics, SceneTextBuffers& buffers,
+                SceneLayout* layout)
         : scene_(scene)
         , firstLine_(firstLine)
+        , diagnostics_(diagnostics)
+        , buffers_(buffers)
+        , layout_(layout)
     {
     }
 
     bool read(const std::vector<CodePointView>& lines)
     {
+        if (layout_ != nullptr)
+            *layout_ = SceneLayout();
         if (lines.empty()) {
             reportMissingSceneToken();
             return false;
@@ -37,7 +52,7 @@ public:
             readToTheEnd = readLine(lines, k);
         storeWriterTexts();
         storeLongDescription();
-        return readToTheEnd && scene_.checkGameLogic(firstLine_);
+        return readToTheEnd && scene_.checkGameLogic(firstLine_, diagnostics_);
     }
 
 private:
@@ -49,7 +64,7 @@ private:
         }
         CodePointView name;
         if (!readSecondOfTwoWords(line, name)) {
-            scene_.logError(formatError(TOKEN_SCENE), firstLine_);
+            report(KIND::BAD_SCENE_LINE, formatError(TOKEN_SCENE), firstLine_);
             return false;
         }
         scene_.name = toString(trimWhitespace(name));
@@ -67,7 +82,7 @@ private:
 
     void clearTexts()
     {
-        for (CodePoints* text : {&oraneText_, &nathanText_, &longDescription_})
+        for (CodePoints* text : {&buffers_.oraneText, &buffers_.nathanText, &buffers_.longDescription})
             text->clear();
     }
 
@@ -78,9 +93,22 @@ private:
         return nextWord(line, index, word) && nextWord(line, index, second) && !nextWord(line, index, word);
     }
 
-    void reportMissingSceneToken() const
+    void report(KIND kind, const sf::String& message, std::uint32_t line, SEVERITY severity = SEVERITY::ERROR,
+                std::optional<std::size_t> choice = std::nullopt)
     {
-        scene_.logError(L"Scene doesn't start with token " + TOKEN_SCENE + L".", firstLine_);
+        Diagnostic diagnostic;
+        diagnostic.line = line;
+        diagnostic.scene = scene_.name;
+        diagnostic.choice = choice;
+        diagnostic.kind = kind;
+        diagnostic.severity = severity;
+        diagnostic.message = utf8(message);
+        diagnostics_.push_back(std::move(diagnostic));
+    }
+
+    void reportMissingSceneToken()
+    {
+        report(KIND::MISSING_SCENE_TOKEN, L"Scene doesn't start with token " + TOKEN_SCENE + L".", firstLine_);
     }
 
     /// Reads line `k` of the scene. Answers false at a fatal fault; warnings are reported and
@@ -93,7 +121,7 @@ private:
             return true;
         const LineTokens tokens = findLineTokens(line);
         if (tokens.forward)
-            return readForwardLine(line, number);
+            return readForwardLine(line, number, k);
         if (tokens.orane)
             return readWriterLine(TOKEN_ORANE, Writer::Orane, oraneSeen_, number);
         if (tokens.nathan)
@@ -101,40 +129,42 @@ private:
         if (tokens.choice) {
             if (!choicesBegun_)
                 reserveChoices(lines, k);
-            return readChoiceLine(line, number);
+            return readChoiceLine(line, number, k);
         }
         if (choicesBegun_ && tokens.nextScene)
-            return readTargetLine(line, number);
+            return readTargetLine(line, number, k);
         if (choicesBegun_)
-            appendLine(longDescription_, line);
+            appendLine(buffers_.longDescription, line);
         else
             readTextLine(line, number);
         return true;
     }
 
-    bool readForwardLine(CodePointView line, std::uint32_t number)
+    bool readForwardLine(CodePointView line, std::uint32_t number, std::size_t k)
     {
         if (forwardSeen_) {
-            scene_.logError(L"Found more than one " + TOKEN_FORWARD
-                                + L"  token. There can be only one forward per scene.",
-                            number);
+            report(KIND::SECOND_FORWARD,
+                   L"Found more than one " + TOKEN_FORWARD + L"  token. There can be only one forward per scene.",
+                   number);
             return false;
         }
         if (choicesBegun_) {
-            scene_.logError(L"Found token " + TOKEN_FORWARD
-                                + L" after a choice. The Forward token must be written before "
-                                  L"the choices.",
-                            number);
+            report(KIND::FORWARD_AFTER_CHOICE,
+                   L"Found token " + TOKEN_FORWARD
+                       + L" after a choice. The Forward token must be written before the choices.",
+                   number);
             return false;
         }
         CodePointView target;
         if (!readSecondOfTwoWords(line, target)) {
-            scene_.logError(formatError(TOKEN_FORWARD), number);
+            report(KIND::BAD_FORWARD_LINE, formatError(TOKEN_FORWARD), number);
             return false;
         }
         scene_.forward = toString(trimWhitespace(target));
         forwardSeen_ = true;
         writer_ = Writer::None;
+        if (layout_ != nullptr)
+            layout_->forward = k;
         return true;
     }
 
@@ -142,16 +172,18 @@ private:
     {
         if (seen) {
             const sf::String lowerName = writer == Writer::Orane ? L"orane" : L"nathan";
-            scene_.logError(L"Found more than one " + token + L" token. There can be only one text for "
-                                + lowerName + L" per scene.",
-                            number);
+            report(KIND::SECOND_WRITER,
+                   L"Found more than one " + token + L" token. There can be only one text for " + lowerName
+                       + L" per scene.",
+                   number);
             return false;
         }
         if (choicesBegun_) {
-            scene_.logError(L"Found token " + token
-                                + L" after a choice. Description text for orane or nathan must be "
-                                  L"written before the choices.",
-                            number);
+            report(KIND::WRITER_AFTER_CHOICE,
+                   L"Found token " + token
+                       + L" after a choice. Description text for orane or nathan must be written before the "
+                         L"choices.",
+                   number);
             return false;
         }
         seen = true;
@@ -159,7 +191,7 @@ private:
         return true;
     }
 
-    bool readChoiceLine(CodePointView line, std::uint32_t number)
+    bool readChoiceLine(CodePointView line, std::uint32_t number, std::size_t k)
     {
         if (!choicesBegun_) {
             choicesBegun_ = true;
@@ -169,29 +201,36 @@ private:
             storeLongDescription();
             if (!scene_.choices.back().isValid()) {
                 // The invalid choice stays: the game-logic check lists it with its missing texts.
-                scene_.logError(L"Found new choice while previous one was still invalid.", number);
+                report(KIND::CHOICE_AFTER_INVALID_CHOICE, L"Found new choice while previous one was still invalid.",
+                       number, SEVERITY::WARNING, scene_.choices.size() - 1);
             }
         }
         scene_.choices.emplace_back();
-        if (readChoiceBrief(line, scene_.choices.back(), number))
+        if (readChoiceBrief(line, scene_.choices.back(), number, diagnostics_)) {
+            if (layout_ != nullptr)
+                layout_->choices.push_back(SceneLayout::ChoiceLines{k, 0});
             return true;
+        }
         scene_.choices.pop_back();
         return false;
     }
 
-    bool readTargetLine(CodePointView line, std::uint32_t number)
+    bool readTargetLine(CodePointView line, std::uint32_t number, std::size_t k)
     {
         std::vector<Choice>& choices = scene_.choices;
         if (!RYN_CHECK(choices.size() > 0))
             return false;
         Choice& choice = choices.back();
-        if (!readChoiceTarget(line, choice, number))
+        if (!readChoiceTarget(line, choice, number, diagnostics_))
             return false;
+        if (layout_ != nullptr && !layout_->choices.empty())
+            layout_->choices.back().target = k;
         std::size_t index = 0;
         CodePointView word;
         const CodePointView name = viewOf(choice.nextSceneName);
         if (!nextWord(name, index, word) || nextWord(name, index, word)) {
-            scene_.logError(L"Read incorrect next scene name \"" + choice.nextSceneName + L"\"", number);
+            report(KIND::BAD_NEXT_SCENE_NAME, L"Read incorrect next scene name \"" + choice.nextSceneName + L"\"",
+                   number, SEVERITY::ERROR, choices.size() - 1);
             return false;
         }
         return true;
@@ -201,17 +240,16 @@ private:
     {
         switch (writer_) {
         case Writer::Orane:
-            appendLine(oraneText_, line);
+            appendLine(buffers_.oraneText, line);
             break;
         case Writer::Nathan:
-            appendLine(nathanText_, line);
+            appendLine(buffers_.nathanText, line);
             break;
         case Writer::None:
-            scene_.logError(L"Found text without token without previous tokens " + TOKEN_ORANE + L" or "
-                                + TOKEN_NATHAN
-                                + L". Normal text must be placed after those tokens to define who "
-                                  L"wrote it.",
-                            number);
+            report(KIND::TEXT_WITHOUT_WRITER,
+                   L"Found text without token without previous tokens " + TOKEN_ORANE + L" or " + TOKEN_NATHAN
+                       + L". Normal text must be placed after those tokens to define who wrote it.",
+                   number, SEVERITY::WARNING);
             break;
         }
     }
@@ -224,16 +262,16 @@ private:
 
     void storeWriterTexts()
     {
-        scene_.oraneText = toString(oraneText_);
-        scene_.nathanText = toString(nathanText_);
+        scene_.oraneText = toString(buffers_.oraneText);
+        scene_.nathanText = toString(buffers_.nathanText);
     }
 
     /// Gives the text read since the last choice line to that choice.
     void storeLongDescription()
     {
         if (!scene_.choices.empty())
-            scene_.choices.back().longDescription = toString(longDescription_);
-        longDescription_.clear();
+            scene_.choices.back().longDescription = toString(buffers_.longDescription);
+        buffers_.longDescription.clear();
     }
 
     static sf::String formatError(const sf::String& token)
@@ -244,35 +282,31 @@ private:
 
     Scene& scene_;
     std::uint32_t firstLine_ = 0;
+    Diagnostics& diagnostics_;
+    SceneTextBuffers& buffers_;
+    SceneLayout* layout_ = nullptr;
     Writer writer_ = Writer::None;
     bool forwardSeen_ = false;
     bool oraneSeen_ = false;
     bool nathanSeen_ = false;
     bool choicesBegun_ = false;
-    // Kept from one scene to the next, so that a whole story is read with a few of them.
-    static thread_local CodePoints oraneText_;
-    static thread_local CodePoints nathanText_;
-    static thread_local CodePoints longDescription_;
 };
 
-thread_local CodePoints SceneReader::oraneText_;
-thread_local CodePoints SceneReader::nathanText_;
-thread_local CodePoints SceneReader::longDescription_;
-
-void writeReportLine(const std::string& text)
+/// The record of a fault of `scene` at `line`, as Scene::logError has always printed it.
+Diagnostic sceneFault(const sf::String& message, const sf::String& sceneName, std::uint32_t line)
 {
-    ryn::console::writeLine(text);
+    Diagnostic diagnostic;
+    diagnostic.line = line;
+    diagnostic.scene = sceneName;
+    diagnostic.message = utf8(message);
+    return diagnostic;
 }
 
 } // namespace
 
 void logError(const sf::String& message, const sf::String& sceneName, std::uint32_t line)
 {
-    sf::String text = L"ERROR (line " + sf::String(std::to_wstring(line));
-    if (!sceneName.isEmpty())
-        text += L" - " + sceneName;
-    text += L") : " + message;
-    ryn::console::writeLine(text);
+    DiagnosticPrinter::print(sceneFault(message, sceneName, line));
 }
 
 bool Scene::deserialize(const std::vector<sf::String>& lines, std::uint32_t firstLine)
@@ -286,7 +320,17 @@ bool Scene::deserialize(const std::vector<sf::String>& lines, std::uint32_t firs
 
 bool Scene::deserialize(const std::vector<CodePointView>& lines, std::uint32_t firstLine)
 {
-    SceneReader reader(*this, firstLine);
+    Diagnostics diagnostics;
+    SceneTextBuffers buffers;
+    const bool read = deserialize(lines, firstLine, diagnostics, buffers);
+    DiagnosticPrinter::print(diagnostics);
+    return read;
+}
+
+bool Scene::deserialize(const std::vector<CodePointView>& lines, std::uint32_t firstLine, Diagnostics& diagnostics,
+                        SceneTextBuffers& buffers, SceneLayout* layout)
+{
+    SceneReader reader(*this, firstLine, diagnostics, buffers, layout);
     return reader.read(lines);
 }
 
@@ -296,6 +340,14 @@ void Scene::logError(const sf::String& message, std::uint32_t line) const
 }
 
 bool Scene::checkGameLogic(std::uint32_t firstLine) const
+{
+    Diagnostics diagnostics;
+    const bool playable = checkGameLogic(firstLine, diagnostics);
+    DiagnosticPrinter::print(diagnostics);
+    return playable;
+}
+
+bool Scene::checkGameLogic(std::uint32_t firstLine, Diagnostics& diagnostics) const
 {
     const bool hasForward = !forward.isEmpty();
     const bool hasText = !oraneText.isEmpty() || !nathanText.isEmpty();
@@ -309,27 +361,31 @@ bool Scene::checkGameLogic(std::uint32_t firstLine) const
     if (hasText && waysOnAreSound)
         return true;
 
-    logError(L"Found the following game logic errors :", firstLine);
+    Diagnostic found = sceneFault(L"Found the following game logic errors :", name, firstLine);
+    found.kind = Diagnostic::KIND::GAME_LOGIC;
+    std::vector<Diagnostic::Detail>& details = found.details;
     if (!hasText) {
-        writeReportLine("---- No valid description text was found. A scene must have at least one "
-                        "valid text, for orane or nathan. (Choices don't count.)");
+        details.push_back({1, "No valid description text was found. A scene must have at least one valid text, "
+                              "for orane or nathan. (Choices don't count.)"});
     }
     if (!hasForward && choices.empty()) {
-        writeReportLine("---- No choices were found, and no " + TOKEN_FORWARD.toAnsiString()
-                        + " was found. The scene must contain exactly one of the two, or the game "
-                          "can't know where to go next");
+        details.push_back({1, "No choices were found, and no " + TOKEN_FORWARD.toAnsiString()
+                                  + " was found. The scene must contain exactly one of the two, or the game can't "
+                                    "know where to go next"});
     }
     if (hasForward && !choices.empty()) {
-        writeReportLine("---- Found " + std::to_string(choices.size()) + " choices and "
-                        + TOKEN_FORWARD.toAnsiString() + " was found. You can't put both.");
+        details.push_back({1, "Found " + std::to_string(choices.size()) + " choices and "
+                                  + TOKEN_FORWARD.toAnsiString() + " was found. You can't put both."});
     }
     if (!invalidChoices.empty()) {
-        writeReportLine("---- Found " + std::to_string(invalidChoices.size()) + " invalid choices.");
+        details.push_back({1, "Found " + std::to_string(invalidChoices.size()) + " invalid choices."});
         for (std::size_t i : invalidChoices) {
-            writeReportLine("---- Choice " + std::to_string(i));
-            choices[i].printMissingFields();
+            details.push_back({1, "Choice " + std::to_string(i)});
+            for (std::string& missing : choices[i].missingFields())
+                details.push_back({2, std::move(missing)});
         }
     }
+    diagnostics.push_back(std::move(found));
     return false;
 }
 

@@ -2,6 +2,9 @@
 
 #include "scene/choice.hpp"
 #include "scene/codepoints.hpp"
+#include "scene/diagnostic.hpp"
+#include "scene/scenelayout.hpp"
+#include "scene/scenetextbuffers.hpp"
 #include "scene/tokens.hpp"
 
 #include <SFML/System/String.hpp>
@@ -26,6 +29,11 @@ struct Scene
     bool deserialize(const std::vector<sf::String>& lines, std::uint32_t firstLine);
     /// The same, over lines held elsewhere, so that a loader need not copy them.
     bool deserialize(const std::vector<CodePointView>& lines, std::uint32_t firstLine);
+    /// The same, printing nothing: every fault goes into `diagnostics` (with `line` set, `file`
+    /// and `fileLine` left for the caller), the texts grow in `buffers`, and `layout`, when
+    /// given, receives where the FORWARD and choice lines stand among `lines`.
+    bool deserialize(const std::vector<CodePointView>& lines, std::uint32_t firstLine, Diagnostics& diagnostics,
+                     SceneTextBuffers& buffers, SceneLayout* layout = nullptr);
 
     /// logError with this scene's current name.
     void logError(const sf::String& message, std::uint32_t line) const;
@@ -34,6 +42,8 @@ struct Scene
     /// choices, or valid choices and no forward link. Otherwise prints every problem at once
     /// under a head line that carries `firstLine`, and answers false.
     bool checkGameLogic(std::uint32_t firstLine) const;
+    /// The same, adding the GAME_LOGIC record to `diagnostics` instead of printing it.
+    bool checkGameLogic(std::uint32_t firstLine, Diagnostics& diagnostics) const;
 
     /// The second word of the SCENE line.
     sf::String name;

@@ -1,5 +1,6 @@
 #include "scene/storytext.hpp"
 
+#include "scene/diagnosticprinter.hpp"
 #include "scene/scene.hpp"
 #include "scene/tokens.hpp"
 
@@ -44,11 +45,24 @@ bool mayStartToken(const sf::Uint32* codePoints)
     return (hits[0] | hits[1] | hits[2] | hits[3]) != 0;
 }
 
-void reportMissingChoiceToken(std::uint32_t lineNumber)
+void reportMissingChoiceToken(std::uint32_t lineNumber, Diagnostics& diagnostics)
 {
-    logError(L"CODE ERROR : Trying to read a choice in a string without choice token. "
-             L"Fix -> Find Varek and kick his a**.",
-             sf::String(), lineNumber);
+    Diagnostic diagnostic;
+    diagnostic.line = lineNumber;
+    diagnostic.kind = Diagnostic::KIND::MISSING_CHOICE_TOKEN;
+    diagnostic.message = "CODE ERROR : Trying to read a choice in a string without choice token. "
+                         "Fix -> Find Varek and kick his a**.";
+    diagnostics.push_back(std::move(diagnostic));
+}
+
+/// Runs `read` with a record list of its own and prints what it reports.
+template <typename Read>
+bool printingReports(Read read)
+{
+    Diagnostics diagnostics;
+    const bool done = read(diagnostics);
+    DiagnosticPrinter::print(diagnostics);
+    return done;
 }
 
 } // namespace
@@ -153,9 +167,14 @@ sf::String trimWhitespace(const sf::String& text)
 
 bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumber)
 {
+    return printingReports([&](Diagnostics& diagnostics) { return readChoiceBrief(line, choice, lineNumber, diagnostics); });
+}
+
+bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumber, Diagnostics& diagnostics)
+{
     CodePointView brief;
     if (!textAfterToken(line, TOKEN_CHOICE, brief)) {
-        reportMissingChoiceToken(lineNumber);
+        reportMissingChoiceToken(lineNumber, diagnostics);
         return false;
     }
     choice.briefDescription = toString(brief);
@@ -164,9 +183,14 @@ bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumbe
 
 bool readChoiceTarget(CodePointView line, Choice& choice, std::uint32_t lineNumber)
 {
+    return printingReports([&](Diagnostics& diagnostics) { return readChoiceTarget(line, choice, lineNumber, diagnostics); });
+}
+
+bool readChoiceTarget(CodePointView line, Choice& choice, std::uint32_t lineNumber, Diagnostics& diagnostics)
+{
     CodePointView rest;
     if (!textAfterToken(line, TOKEN_NEXT_SCENE, rest)) {
-        reportMissingChoiceToken(lineNumber);
+        reportMissingChoiceToken(lineNumber, diagnostics);
         return false;
     }
     choice.nextSceneName = toString(trimWhitespace(rest));

@@ -2,6 +2,7 @@
 
 #include "scene/choice.hpp"
 #include "scene/codepoints.hpp"
+#include "scene/diagnostic.hpp"
 
 #include <SFML/System/String.hpp>
 
@@ -52,9 +53,12 @@ sf::String trimWhitespace(const sf::String& text);
 /// Sets the choice's label to what follows the line's first "*", untrimmed. A line without
 /// the token is a fault of the caller: it is reported and false is answered.
 bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumber);
+/// The same, adding the report to `diagnostics` instead of printing it.
+bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumber, Diagnostics& diagnostics);
 
 /// Sets the choice's next scene name to what follows the line's first "->", trimmed. A line
 /// without the token is a fault of the caller: it is reported and false is answered.
 bool readChoiceTarget(CodePointView line, Choice& choice, std::uint32_t lineNumber);
+bool readChoiceTarget(CodePointView line, Choice& choice, std::uint32_t lineNumber, Diagnostics& diagnostics);
 
 } // namespace orane

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace orane
@@ -26,6 +27,8 @@ public:
 
     /// The stored name and scene; null when no scene has that name.
     const Entry* find(CodePointView name) const;
+    /// Its place in entries(); empty when no scene has that name.
+    std::optional<std::size_t> findPosition(CodePointView name) const;
 
 private:
     /// A name is compared with its copy in names_, close to the other names, rather than with
@@ -35,10 +38,12 @@ private:
         std::size_t hash = 0;
         std::uint32_t nameStart = 0;
         std::uint32_t nameLength = 0;
+        std::uint32_t position = 0;
         const Entry* entry = nullptr;
     };
 
     static std::size_t hashOf(CodePointView name);
+    const Slot* findSlot(CodePointView name) const;
 
     std::vector<const Entry*> entries_;
     std::vector<sf::Uint32> names_;

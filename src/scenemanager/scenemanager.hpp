@@ -2,9 +2,10 @@
 
 #include "scene/scene.hpp"
 #include "scenemanager/scenemanagerowner.hpp"
-#include "scenemanager/sceneindex.hpp"
-#include "scenemanager/scenelines.hpp"
+#include "scene/diagnostic.hpp"
+#include "scenemanager/playposition.hpp"
 #include "scenemanager/scenemap.hpp"
+#include "scenemanager/story.hpp"
 
 #include <SFML/System/String.hpp>
 
@@ -28,20 +29,8 @@ public:
     /// Where the game always reads its story.
     static const std::string DEFAULT_STORIES_DIRECTORY;
 
-    /// Where a stored scene was read from (the fixed and composed scenes have no origin).
-    struct SceneOrigin
-    {
-        std::string file;
-        /// The number of its SCENE line, counted from 0 with comment lines left out.
-        std::uint32_t line = 0;
-    };
-
-    /// A scene dropped because an earlier one already had its name.
-    struct SkippedScene
-    {
-        sf::String name;
-        SceneOrigin origin;
-    };
+    using SceneOrigin = Story::SceneOrigin;
+    using SkippedScene = Story::SkippedScene;
 
     /// `owner` is not owned and may be null (tools); it is told about game over.
     explicit SceneManager(SceneManagerOwner* owner);
@@ -52,7 +41,8 @@ public:
     void setChoiceAppliedCallback(std::function<void(const Choice&)> callback);
 
     /// Reads the story from DEFAULT_STORIES_DIRECTORY, checks it and shows the start scene.
-    /// Every fault is reported on the console; answers false when the game cannot be played.
+    /// Every fault is reported on the console (and kept: diagnostics()); answers false when the
+    /// game cannot be played.
     /// The scene callback must be installed. Called once.
     bool loadStory();
     /// The same from another directory (ending with '/'), for tools and tests.
@@ -93,47 +83,43 @@ public:
 
     static bool isSpecialSceneName(const sf::String& name);
 
-    const SceneMap& scenes() const { return scenes_; }
+    /// The story as loaded: read only once loading is over.
+    const Story& story() const { return story_; }
+    /// Where play stands in story().
+    const PlayPosition& position() const { return position_; }
+    /// What loading found, in the order it was printed.
+    const Diagnostics& diagnostics() const { return diagnostics_; }
+
+    const SceneMap& scenes() const { return story_.scenes(); }
+    /// Every suspect, in code-point order, and whether the hub has sent play to it.
     const std::map<sf::String, bool>& suspectsVisited() const { return suspectsVisited_; }
-    const sf::String& currentSceneName() const { return currentScene_; }
-    bool isFirstHubPending() const { return firstHubPending_; }
+    const sf::String& currentSceneName() const;
+    bool isFirstHubPending() const { return !position_.hubSeen; }
     /// Empty for a scene that no story file defined.
-    std::optional<SceneOrigin> findOrigin(const sf::String& sceneName) const;
+    std::optional<SceneOrigin> findOrigin(const sf::String& sceneName) const { return story_.findOrigin(sceneName); }
     /// In the order they were met.
-    const std::vector<SkippedScene>& skippedScenes() const { return skippedScenes_; }
+    const std::vector<SkippedScene>& skippedScenes() const { return story_.skippedScenes(); }
 
 private:
-    bool readSuspects(const std::string& storiesDirectory);
-    /// The checks over an index of scenes_ as they stand.
-    bool checkLinks(const SceneIndex& index) const;
-    bool checkPlayability(const SceneIndex& index) const;
-    /// Where the last scene of a file went in each map: the next one most often follows it.
-    struct StoringPlaces;
-    bool parseBlock(const std::vector<std::string_view>& block, std::uint32_t firstLine,
-                    std::uint32_t fileIndex, StoringPlaces& places);
-    bool checkStartScene() const;
-    bool canReachHub(const SceneIndex& index) const;
-    bool checkSuspectScenes(const SceneIndex& index) const;
-    bool checkForwardCycles(const SceneIndex& index) const;
-    void markSuspectVisited(const sf::String& suspectBeginScene);
+    /// Moves play to `scene` and along its FORWARD links, showing each scene reached.
+    void enter(Story::SceneId scene, const sf::String& name);
+    /// Composes the scene at `scene` when it is the hub or the arrest scene, tells the owner
+    /// about game over, then hands the scene over.
+    void show(Story::SceneId scene);
+    void refreshSuspectsVisited();
 
     std::function<void(const Scene&)> newSceneCallback_;
     std::function<void(const Choice&)> choiceAppliedCallback_;
-    sf::String currentScene_;
     SceneManagerOwner* owner_ = nullptr;
-    SceneMap scenes_;
-    bool firstHubPending_ = true;
+    Story story_;
+    Diagnostics diagnostics_;
+    PlayPosition position_;
+    /// The name play was sent to when the story has no such scene (before loading: "begin").
+    sf::String unknownScene_;
     std::map<sf::String, bool> suspectsVisited_;
-    /// A scene's origin names its file by index in storyFiles_: one path per file, not per scene.
-    struct StoredOrigin
-    {
-        std::uint32_t fileIndex = 0;
-        std::uint32_t line = 0;
-    };
-    std::vector<std::string> storyFiles_;
-    std::map<sf::String, StoredOrigin, CodePointLess> origins_;
-    SceneLines blockLines_;
-    std::vector<SkippedScene> skippedScenes_;
+    /// The hub and the arrest scene as last composed: the stored scene (if any) rewritten.
+    Scene hub_;
+    Scene arrest_;
 };
 
 } // namespace orane

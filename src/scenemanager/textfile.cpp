@@ -130,6 +130,17 @@ TextFile TextFile::decode(std::string bytes)
     return file;
 }
 
+TextFile TextFile::fromBytes(std::string bytes)
+{
+    if (bytes.size() > MAX_BYTES) {
+        TextFile file;
+        file.status_ = STATUS::TOO_LARGE;
+        file.byteCount_ = bytes.size();
+        return file;
+    }
+    return decode(std::move(bytes));
+}
+
 std::vector<sf::String> TextFile::lines() const
 {
     std::vector<sf::String> decoded;

@@ -41,6 +41,9 @@ public:
     /// are invalid.
     static TextFile decode(std::string bytes);
 
+    /// decode, or TOO_LARGE (with no lines) beyond MAX_BYTES: `bytes` read as a file would be.
+    static TextFile fromBytes(std::string bytes);
+
     STATUS status() const { return status_; }
 
     /// Every line when READ; the lines before the first invalid one when INVALID_UTF8. Decoded

@@ -236,7 +236,8 @@ TEST(StoryLoader, StoresScenesWrittenInAnyOrderEachWithItsOwnLine)
     Lines stored;
     for (const auto& entry : manager.scenes())
         stored.push_back(utf8(entry.first));
-    EXPECT_EQ(stored, (Lines{"a0", "b3", "b9", "begin", "c10", "c11", "c12", "c13", "d1", "e", "end", "game_over", "hub"}));
+    // The hub shown at the start is composed apart: the story stays as it was read.
+    EXPECT_EQ(stored, (Lines{"a0", "b3", "b9", "begin", "c10", "c11", "c12", "c13", "d1", "e", "end", "game_over"}));
     ASSERT_EQ(manager.skippedScenes().size(), 1u);
     EXPECT_EQ(manager.skippedScenes()[0].origin.line, 32u);
 }
