@@ -125,8 +125,8 @@ public:
             if (choicesShown_ == 0) {
                 const sf::String& name = manager_.currentSceneName();
                 // A story without suspects is allowed to reach the hub, which then has nothing to offer.
-                const bool emptyHub = name == orane::SPECIAL_SCENE_NAMES[2] && manager_.suspectsVisited().empty();
-                const bool ends = name == orane::SPECIAL_SCENE_NAMES[0] || name == orane::SPECIAL_SCENE_NAMES[1];
+                const bool emptyHub = name == orane::HUB_SCENE_NAME && manager_.suspectsVisited().empty();
+                const bool ends = name == orane::END_SCENE_NAME || name == orane::GAME_OVER_SCENE_NAME;
                 if (emptyHub)
                     return;
                 if (!ends)

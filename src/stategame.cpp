@@ -1,6 +1,7 @@
 #include "stategame.hpp"
 
 #include "audio.hpp"
+#include "choicebuttonlook.hpp"
 #include "oraneguifactory.hpp"
 #include "resourceids.hpp"
 
@@ -175,7 +176,7 @@ void StateGame::onNewScene(const Scene& scene)
         ryn::ShapeShifterPushButtonNode* button = factory.createChoiceButton(choicesNode_);
         // UTF-8 end to end: a conversion through the locale would lose letters such as "œ".
         button->setString(ryn::console::toUtf8(choices[i].briefDescription.toWideString()));
-        button->setPosition(0.f, CHOICE_SPACING * static_cast<float>(i));
+        button->setPosition(0.f, ChoiceButtonLook::SPACING * static_cast<float>(i));
         const auto index = static_cast<std::int32_t>(i);
         button->setCallback([this, index] { selectedChoice_ = index; });
     }

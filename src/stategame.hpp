@@ -24,9 +24,6 @@ namespace orane
 class StateGame : public ryn::AbstractState, public SceneManagerOwner
 {
 public:
-    /// Buttons are stacked this far apart, from the top of one to the top of the next.
-    static constexpr float CHOICE_SPACING = 40.f;
-
     StateGame();
     ~StateGame() override;
 

@@ -1,7 +1,7 @@
 #include "pagemeasure.hpp"
 
 #include "book/book.hpp"
-#include "stategame.hpp"
+#include "choicebuttonlook.hpp"
 
 #include <ryn/core/console.hpp>
 #include <ryn/gui/shapeshifter.hpp>
@@ -13,11 +13,8 @@ namespace orane
 namespace
 {
 
-// The notebook's writer texts and the game's choice buttons are set this way.
+// The notebook's writer texts are set this way.
 constexpr unsigned int WRITER_CHARACTER_SIZE = 20;
-constexpr unsigned int LABEL_SIZE = 20;
-constexpr float LABEL_MARGIN = 5.f;
-constexpr float FRAME_THICKNESS = 1.f;
 
 const char* const FONT_FILE_NAMES[2] = {"orane.ttf", "nathan.ttf"};
 /// What the build copies under those names, for a tool run outside a build folder.
@@ -37,16 +34,10 @@ const Book& notebook()
     return book;
 }
 
-/// The game's choice button: a framed label in Nathan's hand, the frame fitted around it.
+/// The game's choice button, as the game dresses it.
 void dressAsChoiceButton(ryn::ShapeShifter& button, const sf::Font& font, const sf::String& label)
 {
-    button.text()->setCharacterSize(LABEL_SIZE);
-    button.setMode(ryn::ShapeShifter::FIT_SHAPE);
-    button.setTextAlignment(ryn::ShapeShifter::Alignment::LEFT);
-    button.setAlignment(ryn::ShapeShifter::Alignment::LEFT);
-    button.setMargin(LABEL_MARGIN, LABEL_MARGIN);
-    button.text()->setFont(font);
-    button.shape()->setOutlineThickness(FRAME_THICKNESS);
+    ChoiceButtonLook::dress(button, font);
     button.setString(ryn::console::toUtf8(label.toWideString()));
 }
 
@@ -197,7 +188,7 @@ float PageMeasure::measureButtonsBottom(const sf::String& pageText, const std::v
     ryn::ShapeShifter button(ryn::ShapeShifter::TEXT | ryn::ShapeShifter::SHAPE, ryn::ShapeShifter::RECTANGLE);
     dressAsChoiceButton(button, fonts_[static_cast<std::size_t>(PageWriter::NATHAN)], labels.back());
     const float lastTop = textHeight(broken, PageWriter::NATHAN)
-                          + StateGame::CHOICE_SPACING * static_cast<float>(labels.size() - 1);
+                          + ChoiceButtonLook::SPACING * static_cast<float>(labels.size() - 1);
     const sf::FloatRect bounds = button.bounds({0.f, lastTop});
     return bounds.top + bounds.height;
 }

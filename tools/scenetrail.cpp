@@ -29,7 +29,7 @@ void SceneTrail::sceneShown(const sf::String& scene, const std::vector<sf::Strin
     if (!stops_.empty()) {
         // The hub, once shown, is seen for good; nothing else changes that.
         const PreviewPlace& previous = stops_.back();
-        place.hubSeen = previous.hubSeen || previous.scene == SPECIAL_SCENE_NAMES[2];
+        place.hubSeen = previous.hubSeen || previous.scene == HUB_SCENE_NAME;
     }
     stops_.push_back(std::move(place));
 }

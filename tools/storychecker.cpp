@@ -1,24 +1,24 @@
 #include "storychecker.hpp"
 
 #include "storygraph.hpp"
+#include "storyplaces.hpp"
 #include "tooltext.hpp"
+
+#include "scene/diagnosticprinter.hpp"
+#include "scene/tokens.hpp"
 
 #include "scenemanager/fixedscenes.hpp"
 
 #include <ryn/core/console.hpp>
 
 #include <cmath>
-#include <regex>
+#include <map>
+#include <set>
 
 namespace orane
 {
 namespace
 {
-
-bool startsWith(const std::string& text, const std::string& prefix)
-{
-    return text.compare(0, prefix.size(), prefix) == 0;
-}
 
 /// Characters that cannot stand in a file name on one of the systems players use.
 bool isUnsafeInFileName(sf::Uint32 c)
@@ -61,87 +61,39 @@ int StoryChecker::run()
 
 void StoryChecker::reportGameChecks()
 {
-    if (story_.loads())
-        return;
-    const LoadedStory::FileReport* failed = story_.firstFailedFile();
-    if (story_.files().empty()) {
-        reportGameLines(story_.gameReport(), story_.suspectsPath());
-        return;
-    }
-    if (failed != nullptr && failed->status == LoadedStory::FileReport::STATUS::CANNOT_OPEN)
-        reportFileThatCannotOpen(*failed);
-    else
-        reportGameLines(story_.gameReport(), failed != nullptr ? failed->path : std::string());
-    reportFilesTheGameNeverRead();
-}
-
-void StoryChecker::reportGameLines(const std::vector<std::string>& lines, const std::string& file)
-{
-    for (const std::string& line : lines) {
-        const std::string place = placeOfGameLine(line, file);
-        ryn::console::writeLine(place.empty() ? line : place + ": " + line);
-        // The loader's closing line only repeats that the scene above could not be read.
-        if ((startsWith(line, "ERROR") && !startsWith(line, "ERROR : couldn't deserialize")) || startsWith(line, "FATAL"))
-            ++errors_;
-    }
-}
-
-void StoryChecker::reportFileThatCannotOpen(const LoadedStory::FileReport& file)
-{
-    ryn::console::writeLine(file.path + ": ERROR : cannot open this story file; the game stops loading here without a word.");
-    ++errors_;
-}
-
-void StoryChecker::reportFilesTheGameNeverRead()
-{
-    const LoadedStory::FileReport* failed = story_.firstFailedFile();
-    bool afterFailure = false;
-    bool noted = false;
-    for (const LoadedStory::FileReport& file : story_.files()) {
-        if (&file == failed) {
-            afterFailure = true;
-            continue;
-        }
-        if (!afterFailure || file.status == LoadedStory::FileReport::STATUS::READ)
-            continue;
-        if (!noted) {
+    const Diagnostics& found = story_.diagnostics();
+    for (std::size_t index = 0; index < found.size(); ++index) {
+        if (index == story_.gameDiagnosticCount())
             note("the game stops at the first faulty file; it would report these next:");
-            noted = true;
-        }
-        if (file.status == LoadedStory::FileReport::STATUS::CANNOT_OPEN)
-            reportFileThatCannotOpen(file);
-        else
-            reportGameLines(file.messages, file.path);
+        reportGameDiagnostic(found[index]);
     }
 }
 
-std::string StoryChecker::placeOfGameLine(const std::string& line, const std::string& file)
+void StoryChecker::reportGameDiagnostic(const Diagnostic& diagnostic)
 {
-    static const std::regex numbered(R"(^ERROR (?:\(line |: couldn't deserialize scene starting at line )(\d+))");
-    static const std::regex aboutChoice(R"re(^ERROR : Scene "([^"]*)" choice (\d+))re");
-    static const std::regex aboutScene(R"(^ERROR : Scenes? "([^"]*)\")");
-    static const std::regex aboutSuspect(R"(^ERROR : Suspect "([^"]*)\")");
-    std::smatch match;
-    if (std::regex_search(line, match, numbered) && !file.empty())
-        return places_.place(file, static_cast<std::uint32_t>(std::stoul(match[1].str())));
-    if (std::regex_search(line, match, aboutChoice))
-        return choicePlaceOf(sf::String::fromUtf8(match[1].first, match[1].second), std::stoul(match[2].str()));
-    if (std::regex_search(line, match, aboutScene))
-        return scenePlace(sf::String::fromUtf8(match[1].first, match[1].second));
-    if (std::regex_search(line, match, aboutSuspect))
-        return places_.suspectPlace(story_.suspectsPath(), sf::String::fromUtf8(match[1].first, match[1].second));
-    if (startsWith(line, "ERROR") || startsWith(line, "FATAL"))
-        return file.empty() ? story_.directory() : file;
-    return {};
+    const std::string place = storyplaces::placeOf(diagnostic, story_.directory());
+    if (diagnostic.kind == Diagnostic::KIND::STORY_FILE_UNREADABLE) {
+        ryn::console::writeLine(place + ": ERROR : cannot open this story file; the game stops loading here without a word.");
+        ++errors_;
+        return;
+    }
+    const std::vector<std::string> lines = DiagnosticPrinter::lines(diagnostic);
+    for (std::size_t index = 0; index < lines.size(); ++index)
+        ryn::console::writeLine(index == 0 ? place + ": " + lines[index] : lines[index]);
+    if (diagnostic.severity == Diagnostic::SEVERITY::WARNING)
+        ++warnings_;
+    // The loader's closing line only repeats that the scene above could not be read.
+    else if (diagnostic.kind != Diagnostic::KIND::SCENE_NOT_READ)
+        ++errors_;
 }
 
 // ---- What the game does not report ---------------------------------------------------------------
 
 void StoryChecker::checkSuspectNames()
 {
-    for (const auto& suspect : story_.game().suspectsVisited()) {
-        const sf::String& name = suspect.first;
-        const std::string place = places_.suspectPlace(story_.suspectsPath(), name);
+    const Story& story = story_.story();
+    for (const sf::String& name : story.suspects()) {
+        const std::string place = storyplaces::suspectPlace(story, name);
         if (name.isEmpty()) {
             warning(place, "a suspect with an empty name (a blank line?): the game looks for the file \".txt\"");
             continue;
@@ -158,14 +110,14 @@ void StoryChecker::checkSuspectNames()
 
 void StoryChecker::checkDuplicates()
 {
-    const SceneManager& scenes = story_.allScenes();
-    for (const SceneManager::SkippedScene& skipped : scenes.skippedScenes()) {
-        const std::string here = places_.place(skipped.origin.file, skipped.origin.line);
+    const Story& story = story_.story();
+    for (const Story::SkippedScene& skipped : story.skippedScenes()) {
+        const std::string here = storyplaces::place(skipped.origin.file, skipped.fileLine, story_.directory());
         warning(here, "scene " + quoted(skipped.name) + " is defined twice: the game keeps the one at "
                           + scenePlace(skipped.name) + " and silently drops this one");
     }
-    for (const sf::String& composed : {SPECIAL_SCENE_NAMES[2], SPECIAL_SCENE_NAMES[3]}) {
-        if (scenes.findOrigin(composed).has_value())
+    for (const sf::String& composed : {HUB_SCENE_NAME, ARREST_SCENE_NAME}) {
+        if (story.findSource(composed) != nullptr)
             warning(scenePlace(composed), "scene " + quoted(composed)
                                               + " is composed by the game: its text and choices here are replaced");
     }
@@ -177,21 +129,61 @@ void StoryChecker::checkReachability()
         note("scenes were not followed from \"begin\": a story file has a fault");
         return;
     }
-    const SceneManager& all = story_.allScenes();
-    const StoryGraph graph(all.scenes(), story_.game().suspectsVisited());
+    const Story& story = story_.story();
+    const StoryGraph graph(story);
     if (graph.scenes().count(START_SCENE_NAME) == 0)
         return; // the game's own check says so
     const std::set<sf::String> reached = graph.reachableFrom(START_SCENE_NAME);
-    const std::set<sf::String> ending = graph.reachingAnEnding();
-    for (const auto& entry : all.scenes()) {
+    for (const auto& entry : story.scenes()) {
         const sf::String& name = entry.first;
-        if (!all.findOrigin(name).has_value())
-            continue;
-        if (reached.count(name) == 0)
+        if (story.findSource(name) != nullptr && reached.count(name) == 0)
             warning(scenePlace(name), "scene " + quoted(name) + " is never reached: no path from \"begin\" leads to it");
-        if (ending.count(name) == 0)
-            warning(scenePlace(name), "no ending can be reached from scene " + quoted(name)
-                                          + ": no path leads from it to \"end\" or \"game_over\"");
+    }
+    reportDeadEnds(graph, graph.reachingAnEnding());
+}
+
+void StoryChecker::reportDeadEnds(const StoryGraph& graph, const std::set<sf::String>& ending)
+{
+    // Scenes that cannot end and lead into one another are one finding: a loop, and the scenes
+    // that lead only into it.
+    const Story& story = story_.story();
+    std::set<sf::String> stuck;
+    for (const auto& entry : story.scenes()) {
+        if (story.findSource(entry.first) != nullptr && ending.count(entry.first) == 0)
+            stuck.insert(entry.first);
+    }
+    std::map<sf::String, sf::String> group;
+    for (const sf::String& name : stuck)
+        group[name] = name;
+    const auto root = [&group](sf::String name) {
+        while (group[name] != name)
+            name = group[name];
+        return name;
+    };
+    for (const StoryGraph::Edge& edge : graph.edges()) {
+        if (stuck.count(edge.from) > 0 && stuck.count(edge.to) > 0)
+            group[root(edge.from)] = root(edge.to);
+    }
+    std::map<sf::String, std::vector<sf::String>> members;
+    std::vector<sf::String> firsts;
+    for (const sf::String& name : graph.inPlayOrder(stuck)) {
+        std::vector<sf::String>& scenes = members[root(name)];
+        if (scenes.empty())
+            firsts.push_back(root(name));
+        scenes.push_back(name);
+    }
+    for (const sf::String& first : firsts) {
+        const std::vector<sf::String>& scenes = members[first];
+        if (scenes.size() == 1) {
+            warning(scenePlace(scenes[0]), "no ending can be reached from scene " + quoted(scenes[0])
+                                               + ": no path leads from it to \"end\" or \"game_over\"");
+            continue;
+        }
+        std::string list;
+        for (const sf::String& name : scenes)
+            list += (list.empty() ? "" : ", ") + quoted(name);
+        warning(scenePlace(scenes[0]), "no ending can be reached from scenes " + list
+                                           + ", in the order play meets them: no path leads from them to \"end\" or \"game_over\"");
     }
 }
 
@@ -201,19 +193,17 @@ void StoryChecker::checkPages()
         warning(story_.directory(), "pages and choice labels were not measured: " + unmeasuredReason_);
         return;
     }
-    const SceneManager& all = story_.allScenes();
-    for (const auto& [name, scene] : all.scenes()) {
-        const std::optional<SceneManager::SceneOrigin> origin = all.findOrigin(name);
-        if (origin.has_value())
-            checkScenePages(scene, places_.place(origin->file, origin->line), {});
+    for (const auto& [name, scene] : story_.story().scenes()) {
+        if (story_.story().findSource(name) != nullptr)
+            checkScenePages(scene, scenePlace(name), false);
     }
     checkComposedPages();
 }
 
-void StoryChecker::checkScenePages(const Scene& scene, const std::string& place, const std::string& suspectsPlace)
+void StoryChecker::checkScenePages(const Scene& scene, const std::string& place, bool composed)
 {
     const sf::Vector2f area = measure_->writingArea();
-    const std::string what = suspectsPlace.empty() ? "scene " + quoted(scene.name) : "the " + utf8(scene.name) + " scene";
+    const std::string what = composed ? "the " + utf8(scene.name) + " scene" : "scene " + quoted(scene.name);
     const float left = measure_->textBottom(scene.oraneText, PageWriter::ORANE);
     if (left > area.y)
         warning(place, "Orane's page of " + what + " overflows: her text reaches " + pixels(left)
@@ -242,8 +232,8 @@ void StoryChecker::checkScenePages(const Scene& scene, const std::string& place,
         const float width = measure_->buttonWidth(labels[index]);
         if (width <= area.x)
             continue;
-        const std::string labelPlace = suspectsPlace.empty() && !scene.name.isEmpty()
-                                           ? choicePlaceOf(scene.name, index)
+        const std::string labelPlace = !composed && !scene.name.isEmpty()
+                                           ? storyplaces::choicePlace(story_.story(), scene.name, index, story_.directory())
                                            : place;
         warning(labelPlace, "choice " + std::to_string(index) + " of " + what + ", " + quoted(labels[index])
                                 + ", is " + pixels(width) + " wide as a button; Nathan's text column is "
@@ -255,43 +245,34 @@ void StoryChecker::checkComposedPages()
 {
     // Only a story that leads to the hub gets the composed scenes; measure them at their
     // fullest: the first hub offers every suspect, the arrest scene every suspect and the retreat.
-    const SceneManager& all = story_.allScenes();
-    const StoryGraph graph(all.scenes(), story_.game().suspectsVisited());
-    if (graph.scenes().count(SPECIAL_SCENE_NAMES[2]) == 0)
+    const Story& story = story_.story();
+    const StoryGraph graph(story);
+    if (graph.scenes().count(HUB_SCENE_NAME) == 0)
         return;
-    std::map<sf::String, bool> noneVisited = story_.game().suspectsVisited();
-    std::map<sf::String, bool> allVisited = noneVisited;
-    for (auto& suspect : allVisited)
-        suspect.second = true;
-    const auto storedOrEmpty = [&all](const sf::String& name) {
-        const auto found = all.scenes().find(name);
-        return found == all.scenes().end() ? Scene() : found->second;
+    std::map<sf::String, bool> noneVisited;
+    std::map<sf::String, bool> allVisited;
+    for (const sf::String& suspect : story.suspects()) {
+        noneVisited.emplace(suspect, false);
+        allVisited.emplace(suspect, true);
+    }
+    const auto storedOrEmpty = [&story](const sf::String& name) {
+        const Scene* stored = story.findScene(name);
+        return stored == nullptr ? Scene() : *stored;
     };
-    Scene hub = storedOrEmpty(SPECIAL_SCENE_NAMES[2]);
+    Scene hub = storedOrEmpty(HUB_SCENE_NAME);
     composeHub(hub, noneVisited, false);
-    hub.name = SPECIAL_SCENE_NAMES[2];
-    Scene arrest = storedOrEmpty(SPECIAL_SCENE_NAMES[3]);
+    hub.name = HUB_SCENE_NAME;
+    Scene arrest = storedOrEmpty(ARREST_SCENE_NAME);
     composeArrest(arrest, allVisited);
-    arrest.name = SPECIAL_SCENE_NAMES[3];
+    arrest.name = ARREST_SCENE_NAME;
     const std::string suspects = story_.suspectsPath();
-    checkScenePages(hub, suspects, suspects);
-    checkScenePages(arrest, suspects, suspects);
+    checkScenePages(hub, suspects, true);
+    checkScenePages(arrest, suspects, true);
 }
 
-std::string StoryChecker::scenePlace(const sf::String& sceneName)
+std::string StoryChecker::scenePlace(const sf::String& sceneName) const
 {
-    const std::optional<SceneManager::SceneOrigin> origin = story_.allScenes().findOrigin(sceneName);
-    if (!origin.has_value())
-        return story_.directory();
-    return places_.place(origin->file, origin->line);
-}
-
-std::string StoryChecker::choicePlaceOf(const sf::String& sceneName, std::size_t choiceIndex)
-{
-    const std::optional<SceneManager::SceneOrigin> origin = story_.allScenes().findOrigin(sceneName);
-    if (!origin.has_value())
-        return story_.directory();
-    return places_.choicePlace(origin->file, origin->line, choiceIndex);
+    return storyplaces::scenePlace(story_.story(), sceneName, story_.directory());
 }
 
 void StoryChecker::warning(const std::string& place, const std::string& message)

@@ -2,18 +2,20 @@
 
 #include "loadedstory.hpp"
 #include "pagemeasure.hpp"
-#include "sourceplaces.hpp"
+#include "storygraph.hpp"
 
 #include <cstddef>
+#include <set>
 #include <string>
 
 namespace orane
 {
 
-/// `orane-story check`: everything the game reports when it loads the story, each line led by
-/// the place it concerns, then what the game does not see: scenes no path reaches, scenes from
-/// which no ending can be reached, suspect names that cannot name a file, scenes defined twice,
-/// pages that overflow and choice labels wider than Nathan's column. A one-line summary ends it.
+/// `orane-story check`: everything the game reports when it loads the story (warnings
+/// included), each line led by the place it concerns, then what the game does not see: scenes
+/// no path reaches, groups of scenes from which no ending can be reached, suspect names that
+/// cannot name a file, scenes defined twice, pages that overflow and choice labels wider than
+/// Nathan's column. A one-line summary ends it.
 class StoryChecker
 {
 public:
@@ -29,26 +31,22 @@ public:
 
 private:
     void reportGameChecks();
-    void reportGameLines(const std::vector<std::string>& lines, const std::string& file);
-    void reportFileThatCannotOpen(const LoadedStory::FileReport& file);
-    void reportFilesTheGameNeverRead();
+    void reportGameDiagnostic(const Diagnostic& diagnostic);
     void checkSuspectNames();
     void checkDuplicates();
     void checkReachability();
+    void reportDeadEnds(const StoryGraph& graph, const std::set<sf::String>& ending);
     void checkPages();
-    void checkScenePages(const Scene& scene, const std::string& place, const std::string& suspectsPlace);
+    void checkScenePages(const Scene& scene, const std::string& place, bool composed);
     void checkComposedPages();
 
-    std::string placeOfGameLine(const std::string& line, const std::string& file);
-    std::string scenePlace(const sf::String& sceneName);
-    std::string choicePlaceOf(const sf::String& sceneName, std::size_t choiceIndex);
+    std::string scenePlace(const sf::String& sceneName) const;
     void warning(const std::string& place, const std::string& message);
     void note(const std::string& message);
 
     const LoadedStory& story_;
     PageMeasure* measure_ = nullptr;
     std::string unmeasuredReason_;
-    SourcePlaces places_;
     std::size_t errors_ = 0;
     std::size_t warnings_ = 0;
 };

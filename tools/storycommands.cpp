@@ -6,6 +6,7 @@
 #include "previewoptions.hpp"
 #include "storychecker.hpp"
 #include "storymap.hpp"
+#include "storyplaces.hpp"
 #include "storywalker.hpp"
 #include "terminalplayer.hpp"
 #include "tooltext.hpp"
@@ -76,17 +77,6 @@ std::string labels(const std::vector<sf::String>& path)
     return text.empty() ? "(no choice)" : text;
 }
 
-std::string describe(const StoryWalker::State& state, const std::vector<sf::String>& suspects)
-{
-    std::string visited;
-    for (std::size_t index = 0; index < suspects.size(); ++index) {
-        if (state.suspectsVisited[index])
-            visited += (visited.empty() ? "" : ", ") + utf8(suspects[index]);
-    }
-    return "at " + quoted(state.scene) + ", suspects investigated: " + (visited.empty() ? "none" : visited)
-           + (state.firstHubPending ? ", hub not yet seen" : "");
-}
-
 bool storyLoads(const StoryWalker& walker, const std::string& directory)
 {
     if (walker.loads())
@@ -97,14 +87,9 @@ bool storyLoads(const StoryWalker& walker, const std::string& directory)
     return false;
 }
 
-int walk(const std::string& directory)
+void reportEndings(const StoryWalker::Exploration& found)
 {
-    const StoryWalker walker(directory);
-    if (!storyLoads(walker, directory))
-        return 1;
-    const StoryWalker::Exploration found = walker.explore();
-    ryn::console::writeLine("states: " + std::to_string(found.states) + ", choices taken: " + std::to_string(found.choicesTaken));
-    for (const sf::String& ending : {SPECIAL_SCENE_NAMES[0], SPECIAL_SCENE_NAMES[1]}) {
+    for (const sf::String& ending : {END_SCENE_NAME, GAME_OVER_SCENE_NAME}) {
         const auto paths = found.shortestPaths.find(ending);
         if (paths == found.shortestPaths.end()) {
             ryn::console::writeLine("ending " + quoted(ending) + ": never reached");
@@ -114,23 +99,57 @@ int walk(const std::string& directory)
                                 + " states; shortest path, " + std::to_string(paths->second.size()) + " choices: "
                                 + labels(paths->second));
     }
-    const std::vector<sf::String> suspects = walker.suspects();
-    for (const auto& [state, path] : found.stuck)
-        ryn::console::writeLine("error: no ending can be reached " + describe(state, suspects) + "; reached by "
-                                + labels(path));
-    const SceneManager& story = walker.started();
+}
+
+void reportDeadEnds(const StoryWalker& walker, const StoryWalker::Exploration& found)
+{
+    for (const StoryWalker::DeadEnd& deadEnd : found.deadEnds) {
+        std::string scenes;
+        for (const sf::String& scene : deadEnd.scenes)
+            scenes += (scenes.empty() ? "" : ", ") + quoted(scene);
+        const std::string place = storyplaces::scenePlace(walker.story(), deadEnd.scenes.front(), walker.directory());
+        ryn::console::writeLine(place + ": error: no ending can be reached from scene"
+                                + (deadEnd.scenes.size() == 1 ? " " : "s ") + scenes + " (" + std::to_string(deadEnd.states)
+                                + (deadEnd.states == 1 ? " state" : " states") + "), first " + walker.describe(deadEnd.first)
+                                + "; reached by " + labels(deadEnd.path));
+    }
+}
+
+void reportUntakenChoices(const StoryWalker& walker, const StoryWalker::Exploration& found)
+{
+    const Story& story = walker.story();
     for (const StoryWalker::ChoiceRef& choice : walker.untakenChoices(found)) {
         const Scene& scene = story.scenes().at(choice.scene);
-        const std::optional<SceneManager::SceneOrigin> origin = story.findOrigin(choice.scene);
-        ryn::console::writeLine("warning: choice " + std::to_string(choice.index) + " of scene " + quoted(choice.scene)
-                                + " (" + origin->file + ", scene at line " + std::to_string(origin->line) + "), "
+        ryn::console::writeLine(storyplaces::choicePlace(story, choice.scene, choice.index, walker.directory())
+                                + ": warning: choice " + std::to_string(choice.index) + " of scene " + quoted(choice.scene) + ", "
                                 + quoted(oneLine(scene.choices[choice.index].briefDescription)) + ", is never taken");
     }
-    const bool endReached = found.shortestPaths.count(SPECIAL_SCENE_NAMES[0]) > 0;
-    const bool sound = endReached && found.stuck.empty();
-    ryn::console::writeLine(std::string("orane-story walk: ") + (sound ? "every state can end and \"end\" is reachable"
-                            : !endReached ? "\"end\" is never reached" : std::to_string(found.stuck.size()) + " states cannot end"));
-    return sound ? 0 : 1;
+}
+
+int walk(const std::string& directory)
+{
+    const StoryWalker walker(directory);
+    if (!storyLoads(walker, directory))
+        return 1;
+    const StoryWalker::Exploration found = walker.explore();
+    ryn::console::writeLine("states: " + std::to_string(found.states) + ", choices taken: " + std::to_string(found.choicesTaken));
+    if (!found.complete)
+        ryn::console::writeLine("note: the walk stopped at " + std::to_string(found.states)
+                                + " states, before it had seen them all; what follows holds for those states only");
+    reportEndings(found);
+    reportDeadEnds(walker, found);
+    if (found.complete)
+        reportUntakenChoices(walker, found);
+    const bool endReached = found.shortestPaths.count(END_SCENE_NAME) > 0;
+    const bool sound = endReached && found.stuckStates == 0;
+    std::string verdict = sound ? "every state can end and \"end\" is reachable"
+                          : !endReached ? "\"end\" is never reached"
+                                        : std::to_string(found.stuckStates) + " states cannot end";
+    if (!found.complete)
+        verdict = "stopped early: " + (sound ? "every state seen can end and \"end\" is reachable" : verdict)
+                  + "; states beyond the first " + std::to_string(found.states) + " were not explored";
+    ryn::console::writeLine("orane-story walk: " + verdict);
+    return sound && found.complete ? 0 : 1;
 }
 
 int walkRandomly(const std::string& directory, std::size_t count, std::uint64_t seed)

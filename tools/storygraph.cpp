@@ -10,11 +10,6 @@ namespace orane
 namespace
 {
 
-const sf::String& endName() { return SPECIAL_SCENE_NAMES[0]; }
-const sf::String& gameOverName() { return SPECIAL_SCENE_NAMES[1]; }
-const sf::String& hubName() { return SPECIAL_SCENE_NAMES[2]; }
-const sf::String& arrestName() { return SPECIAL_SCENE_NAMES[3]; }
-
 /// Breadth-first closure of `start` along `links` (edge indices per scene), taking the edge's
 /// `next` end.
 template <typename Next>
@@ -55,23 +50,71 @@ StoryGraph::StoryGraph(const SceneMap& scenes, const std::map<sf::String, bool>&
     composeSpecialEdges(suspects);
 }
 
+namespace
+{
+
+std::map<sf::String, bool> noneInvestigated(const Story& story)
+{
+    std::map<sf::String, bool> suspects;
+    for (const sf::String& suspect : story.suspects())
+        suspects.emplace(suspect, false);
+    return suspects;
+}
+
+} // namespace
+
+StoryGraph::StoryGraph(const Story& story)
+    : StoryGraph(story.scenes(), noneInvestigated(story))
+{
+}
+
+std::vector<sf::String> StoryGraph::inPlayOrder(const std::set<sf::String>& names) const
+{
+    std::vector<sf::String> ordered;
+    std::set<sf::String> seen;
+    std::deque<sf::String> queue;
+    if (nodes_.count(START_SCENE_NAME) > 0) {
+        queue.push_back(START_SCENE_NAME);
+        seen.insert(START_SCENE_NAME);
+    }
+    while (!queue.empty()) {
+        const sf::String name = queue.front();
+        queue.pop_front();
+        if (names.count(name) > 0)
+            ordered.push_back(name);
+        const auto found = outgoing_.find(name);
+        if (found == outgoing_.end())
+            continue;
+        for (std::size_t edge : found->second) {
+            const sf::String& next = edges_[edge].to;
+            if (seen.insert(next).second)
+                queue.push_back(next);
+        }
+    }
+    for (const sf::String& name : names) {
+        if (seen.count(name) == 0)
+            ordered.push_back(name);
+    }
+    return ordered;
+}
+
 void StoryGraph::composeSpecialEdges(const std::map<sf::String, bool>& suspects)
 {
-    const bool hubReached = !incoming_[hubName()].empty() || !incoming_[arrestName()].empty();
+    const bool hubReached = !incoming_[HUB_SCENE_NAME].empty() || !incoming_[ARREST_SCENE_NAME].empty();
     if (!hubReached)
         return;
-    nodes_.insert(hubName());
-    nodes_.insert(arrestName());
+    nodes_.insert(HUB_SCENE_NAME);
+    nodes_.insert(ARREST_SCENE_NAME);
     // The labels are the ones the game composes.
     std::size_t index = 0;
     for (const auto& suspect : suspects)
-        addEdge(Edge{hubName(), suspect.first + SUSPECT_BEGIN_SUFFIX, Edge::KIND::COMPOSED,
+        addEdge(Edge{HUB_SCENE_NAME, suspect.first + SUSPECT_BEGIN_SUFFIX, Edge::KIND::COMPOSED,
                      L"le " + suspect.first, index++});
-    addEdge(Edge{hubName(), arrestName(), Edge::KIND::COMPOSED, L"Je pense avoir mon coupable.", index});
-    addEdge(Edge{arrestName(), hubName(), Edge::KIND::COMPOSED, L"Je ne sais pas encore.", 0});
+    addEdge(Edge{HUB_SCENE_NAME, ARREST_SCENE_NAME, Edge::KIND::COMPOSED, L"Je pense avoir mon coupable.", index});
+    addEdge(Edge{ARREST_SCENE_NAME, HUB_SCENE_NAME, Edge::KIND::COMPOSED, L"Je ne sais pas encore.", 0});
     index = 1;
     for (const auto& suspect : suspects)
-        addEdge(Edge{arrestName(), suspect.first + SUSPECT_ARREST_SUFFIX, Edge::KIND::COMPOSED,
+        addEdge(Edge{ARREST_SCENE_NAME, suspect.first + SUSPECT_ARREST_SUFFIX, Edge::KIND::COMPOSED,
                      L"le " + suspect.first, index++});
 }
 
@@ -92,7 +135,7 @@ std::set<sf::String> StoryGraph::reachableFrom(const sf::String& start) const
 std::set<sf::String> StoryGraph::reachingAnEnding() const
 {
     std::vector<sf::String> endings;
-    for (const sf::String& ending : {endName(), gameOverName()}) {
+    for (const sf::String& ending : {END_SCENE_NAME, GAME_OVER_SCENE_NAME}) {
         if (nodes_.count(ending) > 0)
             endings.push_back(ending);
     }

@@ -2,6 +2,7 @@
 
 #include "scene/scene.hpp"
 #include "scenemanager/scenemap.hpp"
+#include "scenemanager/story.hpp"
 
 #include <SFML/System/String.hpp>
 
@@ -37,6 +38,8 @@ public:
     };
 
     StoryGraph(const SceneMap& scenes, const std::map<sf::String, bool>& suspects);
+    /// The graph of a loaded story, with its suspects.
+    explicit StoryGraph(const Story& story);
 
     /// Every scene stored, plus the hub and the arrest scene when something leads to them.
     const std::set<sf::String>& scenes() const { return nodes_; }
@@ -48,6 +51,9 @@ public:
     std::set<sf::String> reachableFrom(const sf::String& start) const;
     /// Every scene from which some path reaches "end" or "game_over".
     std::set<sf::String> reachingAnEnding() const;
+    /// `names` in the order a breadth-first walk from "begin" meets them; those it never
+    /// meets after, in name order.
+    std::vector<sf::String> inPlayOrder(const std::set<sf::String>& names) const;
 
 private:
     void addEdge(Edge edge);

@@ -43,13 +43,22 @@ std::string shortLabel(const sf::String& label)
     return utf8(text.substring(0, MAX_LENGTH - 1)) + "…";
 }
 
+bool isRead(const Story& story, const std::string& path)
+{
+    for (const Story::StoryFile& file : story.files()) {
+        if (file.path == path)
+            return file.status == Story::StoryFile::STATUS::READ;
+    }
+    return true;
+}
+
 const char* specialStyle(const sf::String& name)
 {
-    if (name == SPECIAL_SCENE_NAMES[0])
+    if (name == END_SCENE_NAME)
         return "shape=doubleoctagon, style=filled, fillcolor=palegreen";
-    if (name == SPECIAL_SCENE_NAMES[1])
+    if (name == GAME_OVER_SCENE_NAME)
         return "shape=doubleoctagon, style=filled, fillcolor=lightcoral";
-    if (name == SPECIAL_SCENE_NAMES[2])
+    if (name == HUB_SCENE_NAME)
         return "shape=hexagon, style=filled, fillcolor=lightskyblue";
     return "shape=hexagon, style=filled, fillcolor=gold";
 }
@@ -63,14 +72,14 @@ StoryMap::StoryMap(const LoadedStory& story)
 
 std::string StoryMap::dot() const
 {
-    const SceneManager& all = story_.allScenes();
-    const StoryGraph graph(all.scenes(), story_.game().suspectsVisited());
+    const Story& all = story_.story();
+    const StoryGraph graph(all);
     const std::set<sf::String> reached = graph.reachableFrom(START_SCENE_NAME);
 
     std::map<std::string, std::vector<sf::String>> scenesByFile;
     std::vector<sf::String> special;
     for (const sf::String& name : graph.scenes()) {
-        const std::optional<SceneManager::SceneOrigin> origin = all.findOrigin(name);
+        const std::optional<Story::SceneOrigin> origin = all.findOrigin(name);
         if (origin.has_value() && !isSpecialSceneName(name))
             scenesByFile[origin->file].push_back(name);
         else
@@ -82,11 +91,21 @@ std::string StoryMap::dot() const
         << "    rankdir=LR;\n"
         << "    node [shape=box, style=rounded, fontname=\"Helvetica\"];\n"
         << "    edge [fontname=\"Helvetica\", fontsize=10];\n";
+    // A file that could not be read to its end is drawn as such, even when none of its scenes
+    // could be: the scenes it would have held are then not read, rather than missing.
+    for (const Story::StoryFile& file : all.files()) {
+        if (file.status != Story::StoryFile::STATUS::READ)
+            scenesByFile[file.path];
+    }
     std::size_t cluster = 0;
     for (const auto& [file, names] : scenesByFile) {
+        const bool notRead = !isRead(all, file);
         out << "    subgraph cluster_" << cluster++ << " {\n"
-            << "        label=" << dotString(fileNameOf(file)) << ";\n"
-            << "        style=filled; color=gray92;\n";
+            << "        label=" << dotString(fileNameOf(file) + (notRead ? " (not read)" : "")) << ";\n"
+            << (notRead ? "        style=\"filled,dashed\"; color=red; fillcolor=gray92; fontcolor=red;\n"
+                        : "        style=filled; color=gray92;\n");
+        if (names.empty())
+            out << "        " << dotString("(not read) " + fileNameOf(file)) << " [label=\"(not read)\", shape=plaintext];\n";
         for (const sf::String& name : names) {
             out << "        " << dotString(utf8(name));
             if (name == START_SCENE_NAME)
@@ -99,8 +118,8 @@ std::string StoryMap::dot() const
     }
     for (const sf::String& name : special)
         out << "    " << dotString(utf8(name)) << " [" << specialStyle(name) << "];\n";
-    out << "    { rank=sink; " << dotString(utf8(SPECIAL_SCENE_NAMES[0])) << "; "
-        << dotString(utf8(SPECIAL_SCENE_NAMES[1])) << "; }\n";
+    out << "    { rank=sink; " << dotString(utf8(END_SCENE_NAME)) << "; " << dotString(utf8(GAME_OVER_SCENE_NAME))
+        << "; }\n";
 
     for (const StoryGraph::Edge& edge : graph.edges()) {
         out << "    " << dotString(utf8(edge.from)) << " -> " << dotString(utf8(edge.to)) << " [";
@@ -111,13 +130,20 @@ std::string StoryMap::dot() const
         if (edge.kind == StoryGraph::Edge::KIND::COMPOSED)
             out << ", color=steelblue, fontcolor=steelblue";
         if (graph.isBroken(edge))
-            out << ", color=red, fontcolor=red";
+            out << (story_.everyFileRead() ? ", color=red, fontcolor=red" : ", color=gray50, fontcolor=gray50");
         out << "];\n";
     }
+    // A link to a scene that no file holds is broken only when every file was read to its end.
+    const bool everyFileRead = story_.everyFileRead();
     for (const StoryGraph::Edge& edge : graph.edges()) {
-        if (graph.isBroken(edge))
+        if (!graph.isBroken(edge))
+            continue;
+        if (everyFileRead)
             out << "    " << dotString(utf8(edge.to)) << " [label=" << dotString(utf8(edge.to) + " (missing)")
                 << ", color=red, fontcolor=red, shape=box, style=dashed];\n";
+        else
+            out << "    " << dotString(utf8(edge.to)) << " [label=" << dotString(utf8(edge.to) + " (not read)")
+                << ", color=gray50, fontcolor=gray50, shape=box, style=dashed];\n";
     }
     out << "}\n";
     return out.str();

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "scenemanager/scenemanager.hpp"
+#include "scenemanager/playposition.hpp"
+#include "scenemanager/playrules.hpp"
+#include "scenemanager/story.hpp"
 
 #include <SFML/System/String.hpp>
 
@@ -14,21 +16,11 @@
 namespace orane
 {
 
-/// Plays a story with the game's own scene manager, in every way it can be played or in random
-/// ways. A state of play is what the scene manager remembers: the current scene, which suspects
-/// have been investigated and whether the hub is still to be seen for the first time.
+/// Plays a story by the game's own rules, in every way it can be played or in random ways. A
+/// state of play is a PlayPosition: exploring copies nothing else.
 class StoryWalker
 {
 public:
-    struct State
-    {
-        sf::String scene;
-        std::vector<bool> suspectsVisited; ///< in the order of suspects()
-        bool firstHubPending = true;
-
-        bool operator<(const State& other) const;
-    };
-
     /// A choice written in a story file.
     struct ChoiceRef
     {
@@ -37,16 +29,33 @@ public:
         bool operator<(const ChoiceRef& other) const;
     };
 
+    /// Scenes that play can enter but never leave for an ending, found as one group however
+    /// many sets of suspects reach them.
+    struct DeadEnd
+    {
+        /// In the order play first meets them.
+        std::vector<sf::String> scenes;
+        /// How many states (scene, suspects investigated, hub seen) lie in the group.
+        std::size_t states = 0;
+        /// The first of them met, and the fewest labels to pick from the start to get there.
+        PlayPosition first;
+        std::vector<sf::String> path;
+    };
+
     struct Exploration
     {
         std::size_t states = 0;
         std::size_t choicesTaken = 0;
+        /// False when the walk stopped at its limit of states: what follows holds for the
+        /// states seen, and more may lie beyond.
+        bool complete = true;
         /// "end" and "game_over": in how many states play has reached them.
         std::map<sf::String, std::size_t> endings;
         /// For each ending reached, the fewest labels to pick from the start to get there.
         std::map<sf::String, std::vector<sf::String>> shortestPaths;
-        /// Reachable states from which no ending can be reached, each with a way to get there.
-        std::vector<std::pair<State, std::vector<sf::String>>> stuck;
+        /// How many reachable states cannot reach an ending, and in which groups of scenes.
+        std::size_t stuckStates = 0;
+        std::vector<DeadEnd> deadEnds;
         /// Every scene some play shows (FORWARD chains included).
         std::set<sf::String> scenesShown;
         /// The choices written in story files that some play takes.
@@ -69,17 +78,21 @@ public:
         std::map<sf::String, std::size_t> visits;
     };
 
-    /// Loads `directory` as the game does, capturing what it prints.
+    /// Far more than any story written by hand reaches; well under a gigabyte of memory.
+    static constexpr std::size_t DEFAULT_STATE_LIMIT = 4'000'000;
+
+    /// Loads `directory` as the game does; prints nothing.
     explicit StoryWalker(const std::string& directory);
 
     bool loads() const { return loads_; }
+    /// Ends with '/'.
+    const std::string& directory() const { return directory_; }
+    /// What the game prints while loading.
     const std::vector<std::string>& loadReport() const { return loadReport_; }
-    const SceneManager& started() const { return started_; }
-    /// The suspects in the order of State::suspectsVisited.
-    std::vector<sf::String> suspects() const;
+    const Story& story() const { return story_; }
 
-    /// Takes every choice of every reachable state once.
-    Exploration explore() const;
+    /// Takes every choice of every reachable state once, or of the first `stateLimit` states.
+    Exploration explore(std::size_t stateLimit = DEFAULT_STATE_LIMIT) const;
     /// `count` playthroughs, each choice drawn from a generator seeded with `seed`; a
     /// playthrough gives up after `choiceLimit` choices.
     RandomPlay playRandomly(std::size_t count, std::uint64_t seed, std::size_t choiceLimit = 10000) const;
@@ -87,15 +100,22 @@ public:
     /// The choices written in story files that `exploration` never took.
     std::vector<ChoiceRef> untakenChoices(const Exploration& exploration) const;
 
-private:
-    State stateOf(const SceneManager& manager) const;
-    static bool isEnding(const sf::String& scene);
+    /// "at "scene", suspects investigated: ..., hub not yet seen".
+    std::string describe(const PlayPosition& position) const;
+    /// The label play shows for `choice` at `position` (composed at the hub and the arrest scene).
+    sf::String labelOf(const PlayPosition& position, std::size_t choice) const;
+    const sf::String& nameOf(Story::SceneId scene) const { return story_.sceneName(scene); }
 
+private:
+    struct Search;
+
+    std::string directory_;
     bool loads_ = false;
     std::vector<std::string> loadReport_;
-    SceneManager started_{nullptr};
+    Story story_;
+    PlayPosition start_;
     /// What the start of play shows, up to the first scene with choices.
-    std::vector<sf::String> startShows_;
+    std::vector<Story::SceneId> startShows_;
 };
 
 } // namespace orane

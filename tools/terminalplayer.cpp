@@ -13,7 +13,7 @@ namespace
 
 bool isEnding(const sf::String& scene)
 {
-    return scene == SPECIAL_SCENE_NAMES[0] || scene == SPECIAL_SCENE_NAMES[1];
+    return scene == END_SCENE_NAME || scene == GAME_OVER_SCENE_NAME;
 }
 
 /// The writer's text as it stands in the notebook, each line indented under its writer's name.

@@ -1,7 +1,7 @@
 // orane-storygen: writes a generated story of N scenes for the game, and optionally the same
 // story in ink.
 //
-//   orane-storygen SCENES DIRECTORY [--ink FILE] [--seed SEED]
+//   orane-storygen SCENES DIRECTORY [--ink FILE] [--seed SEED] [--suspects N]
 
 #include "inkstorywriter.hpp"
 #include "oranestorywriter.hpp"
@@ -16,7 +16,7 @@ namespace
 
 int usage()
 {
-    std::cerr << "usage: orane-storygen SCENES DIRECTORY [--ink FILE] [--seed SEED]\n"
+    std::cerr << "usage: orane-storygen SCENES DIRECTORY [--ink FILE] [--seed SEED] [--suspects N]\n"
               << "  SCENES is at least " << orane::bench::StoryPlanner::MIN_SCENES << ".\n";
     return 2;
 }
@@ -31,12 +31,15 @@ int main(int argc, char** argv)
     const std::string directory = argv[2];
     std::string inkPath;
     unsigned long seed = 1;
+    int suspects = 5;
     for (int i = 3; i + 1 < argc; i += 2) {
         const std::string option = argv[i];
         if (option == "--ink")
             inkPath = argv[i + 1];
         else if (option == "--seed")
             seed = std::strtoul(argv[i + 1], nullptr, 10);
+        else if (option == "--suspects")
+            suspects = std::atoi(argv[i + 1]);
         else
             return usage();
     }
@@ -44,7 +47,7 @@ int main(int argc, char** argv)
         return usage();
 
     const orane::bench::StoryPlan plan =
-        orane::bench::StoryPlanner(static_cast<std::uint32_t>(seed)).plan(scenes);
+        orane::bench::StoryPlanner(static_cast<std::uint32_t>(seed), suspects).plan(scenes);
     if (!orane::bench::OraneStoryWriter().write(plan, directory)) {
         std::cerr << "orane-storygen: cannot write the story into " << directory << '\n';
         return 1;

@@ -13,7 +13,18 @@ namespace
 // Already in code point order, the order in which the game reads their files.
 const char* const SUSPECTS[] = {"Dupont", "Fabre", "Girard", "Leroy", "Moreau"};
 const char* const CULPRIT = "Girard";
-constexpr int SUSPECT_COUNT = 5;
+
+/// The first suspects are the five above; more are named after them, still in code point order.
+std::vector<std::string> suspectNames(int count)
+{
+    std::vector<std::string> names;
+    for (int i = 0; i < count; ++i) {
+        const std::string base = SUSPECTS[i % 5];
+        names.push_back(i < 5 ? base : base + "_" + std::to_string(i / 5));
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
 // One scene in this many goes on without a choice, so both ways of moving on are exercised.
 constexpr std::size_t FORWARD_EVERY = 8;
 
@@ -70,16 +81,17 @@ PlannedScene arrestScene(const std::string& suspect, FrenchProse& prose)
 
 } // namespace
 
-StoryPlanner::StoryPlanner(std::uint32_t seed)
+StoryPlanner::StoryPlanner(std::uint32_t seed, int suspects)
     : seed_(seed)
+    , suspects_(std::max(1, suspects))
 {
 }
 
 StoryPlan StoryPlanner::plan(int sceneCount) const
 {
     sceneCount = std::max(sceneCount, MIN_SCENES);
-    const int perSuspect = std::max(2, sceneCount / (SUSPECT_COUNT + 1));
-    const int mainCount = sceneCount - SUSPECT_COUNT * perSuspect;
+    const int perSuspect = std::max(2, sceneCount / (suspects_ + 1));
+    const int mainCount = std::max(1, sceneCount - suspects_ * perSuspect);
 
     FrenchProse prose(seed_);
     StoryPlan plan;
@@ -92,7 +104,7 @@ StoryPlan StoryPlanner::plan(int sceneCount) const
     chain(mainNames, "hub", "hub", prose, main.scenes);
     plan.files.push_back(std::move(main));
 
-    for (const char* suspect : SUSPECTS) {
+    for (const std::string& suspect : suspectNames(suspects_)) {
         plan.suspects.push_back(suspect);
         PlannedFile file{std::string(suspect) + ".txt", {}};
         // The investigation runs from "_begin" back to the hub; "_arrest" is reached only

@@ -1,15 +1,57 @@
 #include "book/textlayout.hpp"
 
 #include <algorithm>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
 
 namespace orane
 {
+namespace
+{
+
+/// sf::Font asks FreeType for every kerning pair it is given, which is most of the time taken
+/// to measure a long text: the answers are kept for the program's whole life, by font and size.
+/// A font is known by its address and family, so that another font given the same address
+/// later starts afresh.
+class KerningCache
+{
+public:
+    TextLayout::Kernings& pairsFor(const sf::Font& font, unsigned int size)
+    {
+        Entry& entry = fonts_[{&font, size}];
+        if (entry.family != font.getInfo().family) {
+            entry.family = font.getInfo().family;
+            entry.pairs.clear();
+        }
+        return entry.pairs;
+    }
+
+private:
+    struct Entry
+    {
+        std::string family;
+        TextLayout::Kernings pairs;
+    };
+
+    std::map<std::pair<const sf::Font*, unsigned int>, Entry> fonts_;
+};
+
+KerningCache& kerningCache()
+{
+    static KerningCache cache;
+    return cache;
+}
+
+} // namespace
 
 TextLayout::TextLayout(const sf::Text& text)
     : font_(*text.getFont())
     , characterSize_(text.getCharacterSize())
     , bold_((text.getStyle() & sf::Text::Bold) != 0)
     , italicShear_((text.getStyle() & sf::Text::Italic) != 0 ? 0.209f : 0.f)
+    , kernings_(kerningCache().pairsFor(font_, characterSize_))
 {
     // Written as sf::Text writes it: the spacing is added to the blank, not computed apart.
     whitespaceWidth_ = font_.getGlyph(U' ', characterSize_, bold_).advance;
@@ -29,7 +71,7 @@ void TextLayout::lay(Pen& pen, sf::Uint32 character)
     if (character == U'\r')
         return;
 
-    pen.x += font_.getKerning(pen.previous, character, characterSize_);
+    pen.x += kerning(pen.previous, character);
     pen.previous = character;
     Extent& extent = pen.extent;
 
@@ -58,6 +100,15 @@ TextLayout::Extent TextLayout::textExtent(const Extent& lines) const
     text.minX = std::min(static_cast<float>(characterSize_), lines.minX);
     text.maxX = std::max(0.f, lines.maxX);
     return text;
+}
+
+float TextLayout::kerning(sf::Uint32 first, sf::Uint32 second)
+{
+    const std::uint64_t pair = std::uint64_t{first} << 32 | second;
+    const auto found = kernings_.find(pair);
+    if (found != kernings_.end())
+        return found->second;
+    return kernings_.emplace(pair, font_.getKerning(first, second, characterSize_)).first->second;
 }
 
 const TextLayout::GlyphMetrics& TextLayout::metrics(sf::Uint32 character)

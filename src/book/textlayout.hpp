@@ -4,6 +4,7 @@
 #include <SFML/Graphics/Text.hpp>
 #include <SFML/System/String.hpp>
 
+#include <cstdint>
 #include <limits>
 #include <unordered_map>
 
@@ -18,6 +19,9 @@ namespace orane
 class TextLayout
 {
 public:
+    /// Kerning by pair of characters (the first in the high half), for one font and size.
+    using Kernings = std::unordered_map<std::uint64_t, float>;
+
     /// Horizontal range that sf::Text's bounds take from the characters laid so far.
     struct Extent
     {
@@ -59,6 +63,7 @@ private:
     };
 
     const GlyphMetrics& metrics(sf::Uint32 character);
+    float kerning(sf::Uint32 first, sf::Uint32 second);
 
     const sf::Font& font_;
     unsigned int characterSize_ = 0;
@@ -66,6 +71,8 @@ private:
     float italicShear_ = 0.f;
     float letterSpacing_ = 0.f;
     float whitespaceWidth_ = 0.f;
+    /// Shared by every layout of the same font and size, for the program's whole life.
+    Kernings& kernings_;
     std::unordered_map<sf::Uint32, GlyphMetrics> glyphs_;
 };
 

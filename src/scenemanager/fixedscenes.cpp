@@ -50,7 +50,7 @@ void composeHub(Scene& hub, const std::map<sf::String, bool>& suspectsVisited, b
     if (offerArrest) {
         hub.choices.push_back(makeChoice(L"Je pense avoir mon coupable.",
                                          L"Je peux peut être confondre le coupable",
-                                         SPECIAL_SCENE_NAMES[3]));
+                                         ARREST_SCENE_NAME));
     }
 }
 
@@ -64,7 +64,7 @@ void composeArrest(Scene& arrest, const std::map<sf::String, bool>& suspectsVisi
     arrest.choices.clear();
     arrest.choices.push_back(makeChoice(
         L"Je ne sais pas encore.", L"Je ne peux vous donner de nom, il faut que je continue d'enquêter",
-        SPECIAL_SCENE_NAMES[2]));
+        HUB_SCENE_NAME));
     for (const auto& [name, visited] : suspectsVisited) {
         if (visited) {
             arrest.choices.push_back(makeChoice(L"le " + name, L"Je pense que notre lascard est le " + name,

@@ -16,7 +16,7 @@ struct PlayPosition
     Story::SceneId scene = Story::UNKNOWN_SCENE;
     /// The suspects picked at the hub.
     SuspectSet investigated;
-    /// True once the hub has been shown.
+    /// True once play has left the hub, which then offers the arrest on every later visit.
     bool hubSeen = false;
 
     bool operator==(const PlayPosition& other) const

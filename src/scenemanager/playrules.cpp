@@ -53,6 +53,15 @@ std::optional<std::size_t> PlayRules::investigatedBy(const PlayPosition& positio
     return nthSuspect(position, choice, false);
 }
 
+void PlayRules::leave(PlayPosition& position, std::size_t choice) const
+{
+    if (position.scene != story_.hubScene())
+        return;
+    if (const std::optional<std::size_t> suspect = investigatedBy(position, choice))
+        position.investigated.insert(*suspect);
+    position.hubSeen = true;
+}
+
 bool PlayRules::isEnding(Story::SceneId scene) const
 {
     return scene != Story::UNKNOWN_SCENE && (scene == story_.endScene() || scene == story_.gameOverScene());

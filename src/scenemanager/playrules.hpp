@@ -23,26 +23,34 @@ public:
     /// investigated, the hub not yet seen.
     [[nodiscard]] PlayPosition start() const;
 
-    /// The hub offers the arrest once a suspect has been investigated (which is, at the hub,
-    /// exactly once it has been seen before: it cannot be left without picking a suspect).
-    [[nodiscard]] static bool hubOffersArrest(const PlayPosition& position) { return !position.investigated.empty(); }
+    /// From the second visit on, the hub offers the arrest.
+    [[nodiscard]] static bool hubOffersArrest(const PlayPosition& position) { return position.hubSeen; }
+    /// True until the hub is shown for the first time.
+    [[nodiscard]] bool isFirstHubPending(const PlayPosition& position) const
+    {
+        return !position.hubSeen && position.scene != story_.hubScene();
+    }
 
     [[nodiscard]] std::size_t choiceCount(const PlayPosition& position) const;
     /// Where choice `choice` (< choiceCount) leads; UNKNOWN_SCENE for a broken link.
     [[nodiscard]] Story::SceneId target(const PlayPosition& position, std::size_t choice) const;
     /// The suspect that picking `choice` investigates: at the hub, a suspect's choice.
     [[nodiscard]] std::optional<std::size_t> investigatedBy(const PlayPosition& position, std::size_t choice) const;
+    /// What taking `choice` changes before play moves on: at the hub, the suspect picked is
+    /// investigated and the hub counts as seen.
+    void leave(PlayPosition& position, std::size_t choice) const;
     /// "end" and "game_over": play stops there.
     [[nodiscard]] bool isEnding(Story::SceneId scene) const;
 
     /// Moves play to `scene` and on along FORWARD links, up to a scene with choices or a
     /// special scene. `show(position)` is called for each scene shown, once position.scene
-    /// names it (and, at the hub, once hubSeen is set). Answers false when play is left at
+    /// names it. Answers false when play is left at
     /// UNKNOWN_SCENE or stopped in a FORWARD cycle (only stories that were not checked).
     template <typename Show>
     bool enter(PlayPosition& position, Story::SceneId scene, Show&& show) const;
 
-    /// Takes `choice` (< choiceCount): its suspect is investigated, then play enters its target.
+    /// Takes `choice` (< choiceCount): its suspect is investigated, the hub is left behind as
+    /// seen, then play enters the choice's target.
     template <typename Show>
     bool choose(PlayPosition& position, std::size_t choice, Show&& show) const;
 
@@ -62,8 +70,6 @@ bool PlayRules::enter(PlayPosition& position, Story::SceneId scene, Show&& show)
         if (scene == Story::UNKNOWN_SCENE)
             return false;
         if (story_.isSpecial(scene)) {
-            if (scene == story_.hubScene())
-                position.hubSeen = true;
             show(static_cast<const PlayPosition&>(position));
             return true;
         }
@@ -79,8 +85,7 @@ template <typename Show>
 bool PlayRules::choose(PlayPosition& position, std::size_t choice, Show&& show) const
 {
     const Story::SceneId next = target(position, choice);
-    if (const std::optional<std::size_t> suspect = investigatedBy(position, choice))
-        position.investigated.insert(*suspect);
+    leave(position, choice);
     return enter(position, next, show);
 }
 

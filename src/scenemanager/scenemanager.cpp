@@ -101,10 +101,8 @@ void SceneManager::applyChoice(std::int32_t choiceNb)
     const Choice choice = current.choices[index];
     const PlayRules rules(story_);
     const Story::SceneId next = rules.target(position_, index);
-    if (const std::optional<std::size_t> suspect = rules.investigatedBy(position_, index)) {
-        position_.investigated.insert(*suspect);
-        refreshSuspectsVisited();
-    }
+    rules.leave(position_, index);
+    refreshSuspectsVisited();
 
     RYN_ASSERT(choiceAppliedCallback_);
     if (choiceAppliedCallback_)
@@ -138,8 +136,6 @@ void SceneManager::composeSpecialScene()
     RYN_ASSERT(story_.isSpecial(position_.scene) && position_.scene != Story::UNKNOWN_SCENE);
     if (position_.scene == Story::UNKNOWN_SCENE || !story_.isSpecial(position_.scene))
         return;
-    if (position_.scene == story_.hubScene())
-        position_.hubSeen = true;
     show(position_.scene);
 }
 

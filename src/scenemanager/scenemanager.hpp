@@ -94,7 +94,7 @@ public:
     /// Every suspect, in code-point order, and whether the hub has sent play to it.
     const std::map<sf::String, bool>& suspectsVisited() const { return suspectsVisited_; }
     const sf::String& currentSceneName() const;
-    bool isFirstHubPending() const { return !position_.hubSeen; }
+    bool isFirstHubPending() const { return !position_.hubSeen && position_.scene != story_.hubScene(); }
     /// Empty for a scene that no story file defined.
     std::optional<SceneOrigin> findOrigin(const sf::String& sceneName) const { return story_.findOrigin(sceneName); }
     /// In the order they were met.

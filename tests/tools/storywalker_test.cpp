@@ -41,10 +41,14 @@ TEST(StoryWalker, ACircleWithoutWayOutNeverEndsAndIsReportedWithItsWayIn)
     const orane::StoryWalker walker(storyTree("deadend"));
     ASSERT_TRUE(walker.loads());
     const auto found = walker.explore();
-    ASSERT_EQ(found.stuck.size(), 2u);
-    EXPECT_EQ(found.stuck[0].first.scene, sf::String(L"couloir"));
-    ASSERT_EQ(found.stuck[0].second.size(), 1u);
-    EXPECT_EQ(found.stuck[0].second[0], sf::String(L" Tourner en rond"));
+    // One loop, one finding: its scenes in the order play meets them.
+    EXPECT_EQ(found.stuckStates, 2u);
+    ASSERT_EQ(found.deadEnds.size(), 1u);
+    EXPECT_EQ(found.deadEnds[0].scenes, (std::vector<sf::String>{L"couloir", L"escalier"}));
+    EXPECT_EQ(found.deadEnds[0].states, 2u);
+    EXPECT_EQ(walker.nameOf(found.deadEnds[0].first.scene), sf::String(L"couloir"));
+    ASSERT_EQ(found.deadEnds[0].path.size(), 1u);
+    EXPECT_EQ(found.deadEnds[0].path[0], sf::String(L" Tourner en rond"));
 
     const auto random = walker.playRandomly(20, 3, 50);
     EXPECT_GT(random.unfinished, 0u);
