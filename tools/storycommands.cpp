@@ -146,8 +146,9 @@ int walk(const std::string& directory)
                           : !endReached ? "\"end\" is never reached"
                                         : std::to_string(found.stuckStates) + " states cannot end";
     if (!found.complete)
-        verdict = "stopped early: " + (sound ? "every state seen can end and \"end\" is reachable" : verdict)
-                  + "; states beyond the first " + std::to_string(found.states) + " were not explored";
+        verdict = "stopped early, after " + std::to_string(found.states) + " states: "
+                  + (sound ? "no state seen is stuck and \"end\" is reachable" : verdict)
+                  + "; the states beyond were not explored, so more may be stuck";
     ryn::console::writeLine("orane-story walk: " + verdict);
     return sound && found.complete ? 0 : 1;
 }

@@ -50,14 +50,14 @@ struct StoryWalker::Search
         for (Story::SceneId scene : walker.startShows_)
             shown[scene] = true;
         add(walker.start_, 0, 0);
-        for (std::size_t next = 0; next < nodes.size(); ++next) {
-            if (rules.isEnding(nodes[next].position.scene))
+        for (explored = 0; explored < nodes.size(); ++explored) {
+            if (rules.isEnding(nodes[explored].position.scene))
                 continue;
             if (nodes.size() >= stateLimit) {
                 result.complete = false;
                 break;
             }
-            takeEveryChoice(next);
+            takeEveryChoice(explored);
         }
         result.states = nodes.size();
     }
@@ -116,7 +116,8 @@ struct StoryWalker::Search
         canEnd.assign(nodes.size(), false);
         std::deque<std::size_t> ends;
         for (std::size_t index = 0; index < nodes.size(); ++index) {
-            if (rules.isEnding(nodes[index].position.scene)) {
+            // A state whose choices were never taken may end for all the walk knows.
+            if (rules.isEnding(nodes[index].position.scene) || index >= explored) {
                 canEnd[index] = true;
                 ends.push_back(index);
             }
@@ -195,6 +196,8 @@ struct StoryWalker::Search
     const PlayRules rules;
     Exploration& result;
     std::vector<Node> nodes;
+    /// The states before this one had their choices taken.
+    std::size_t explored = 0;
     std::unordered_map<PlayPosition, std::size_t, PlayPosition::Hash> known;
     /// Every choice taken: from one state to another.
     std::vector<std::pair<std::size_t, std::size_t>> edges;

@@ -78,8 +78,8 @@ public:
         std::map<sf::String, std::size_t> visits;
     };
 
-    /// Far more than any story written by hand reaches; well under a gigabyte of memory.
-    static constexpr std::size_t DEFAULT_STATE_LIMIT = 4'000'000;
+    /// Far more than any story written by hand reaches; a few seconds and half a gigabyte.
+    static constexpr std::size_t DEFAULT_STATE_LIMIT = 2'000'000;
 
     /// Loads `directory` as the game does; prints nothing.
     explicit StoryWalker(const std::string& directory);
