@@ -1,9 +1,9 @@
 #include "previewstate.hpp"
 
-#include "loadedstory.hpp"
-#include "storychecker.hpp"
+#include "storyplaces.hpp"
 
 #include "resourceids.hpp"
+#include "scene/diagnosticprinter.hpp"
 #include "scenemanager/fixedscenes.hpp"
 #include "stategame.hpp"
 
@@ -44,25 +44,20 @@ std::vector<sf::String> investigatedSuspects(const SceneManager& manager)
     return names;
 }
 
-/// The game's report on the story, each line led by the file and line it is about, as
-/// `orane-story check` gives it; the game's own lines when the story reads well after all
-/// (it changed again meanwhile).
-std::vector<std::string> placedReport(const std::string& directory, const std::vector<std::string>& gameLines)
+/// The game's report on the story from its records, each led by the file and line it concerns.
+std::vector<std::string> placedReport(const Diagnostics& diagnostics, const std::string& directory)
 {
-    const LoadedStory story(directory);
-    if (story.loads())
-        return gameLines;
-    ryn::console::Capture capture;
-    StoryChecker checker(story, nullptr, "not needed");
-    (void)checker.run();
     std::vector<std::string> lines;
-    for (const std::string& line : capture.lines()) {
-        // The checker's own findings are for `check`, and so is its summary.
-        if (line.find("warning: ") == std::string::npos && line.rfind("orane-story check:", 0) != 0
-            && line.rfind("note: scenes were not followed", 0) != 0)
-            lines.push_back(line);
+    for (const Diagnostic& diagnostic : diagnostics) {
+        const std::string place = storyplaces::placeOf(diagnostic, directory);
+        std::vector<std::string> printed = DiagnosticPrinter::lines(diagnostic);
+        // The game stops at a story file it cannot open without a word; the author needs one.
+        if (printed.empty())
+            printed.push_back("ERROR : cannot open this story file; the game stops loading here without a word.");
+        for (std::size_t index = 0; index < printed.size(); ++index)
+            lines.push_back(index == 0 ? place + ": " + printed[0] : printed[index]);
     }
-    return lines.empty() ? gameLines : lines;
+    return lines;
 }
 
 std::string screenshotName()
@@ -286,16 +281,15 @@ PreviewState::OPENING PreviewState::openAt(std::size_t stop, PreviewPlace place)
 
     shownWhileOpening_.clear();
     bool opened = false;
-    std::vector<std::string> report;
     {
+        // What the game prints while loading is shown over the desk instead.
         ryn::console::Capture capture;
         opened = game->init();
-        report = capture.lines();
     }
     if (sceneMissing)
         return OPENING::SCENE_MISSING;
     if (!opened) {
-        heldFault_ = placedReport(options_.directory, report);
+        heldFault_ = placedReport(game->sceneManager().diagnostics(), options_.directory);
         if (heldFault_.empty())
             heldFault_.push_back("The notebook could not be opened; the terminal says why.");
         return OPENING::FAULTY;
