@@ -18,8 +18,8 @@ public:
 
     /// The engine's start-up (which loads the story while the window is 800 x 600), then the
     /// button ids, the frame-rate limit and the window at its final size.
-    bool init() override;
-    bool createComponents() override;
+    [[nodiscard]] bool init() override;
+    [[nodiscard]] bool createComponents() override;
 };
 
 } // namespace orane

@@ -9,10 +9,10 @@ namespace orane
 class OraneResourceManager : public ryn::ResourceManager
 {
 public:
-    bool init() override;
+    [[nodiscard]] bool init() override;
     /// A file that cannot be loaded throws the holder's error; the files after it are not
     /// loaded.
-    bool load() override;
+    [[nodiscard]] bool load() override;
 };
 
 } // namespace orane

@@ -17,7 +17,7 @@ public:
     ~OraneStateManager() override;
 
     /// Creates the play state and answers its `init`.
-    bool init() override;
+    [[nodiscard]] bool init() override;
     /// The play state; null before `init`.
     ryn::AbstractState* currentState() override;
     /// There is no other state: the play state again.

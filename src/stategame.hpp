@@ -33,7 +33,7 @@ public:
     /// Sets the update step, loads the notebook's resources and the story, shows the first
     /// choices and starts the music. False when the notebook or the story cannot be loaded
     /// (already reported).
-    bool init() override;
+    [[nodiscard]] bool init() override;
     /// The elapsed time is never reset.
     void resetTime() override;
     void spareAction() override;

@@ -23,7 +23,7 @@ public:
     std::string suspectsPath() const { return directory_ + "suspects.ini"; }
 
     /// True when the game would start with this story.
-    bool loads() const { return loads_; }
+    [[nodiscard]] bool loads() const { return loads_; }
     /// What the game reports, in its order, then what the files it never reaches hold.
     const Diagnostics& diagnostics() const { return diagnostics_; }
     /// How many of diagnostics() the game itself reports.

@@ -27,7 +27,7 @@ public:
 
     /// Loads "orane.ttf" and "nathan.ttf" from the first directory that holds them (Debian's
     /// own font files when none does). False, with the reason in error(), when one is missing.
-    bool loadFonts(const std::vector<std::string>& directories);
+    [[nodiscard]] bool loadFonts(const std::vector<std::string>& directories);
     const std::string& error() const { return error_; }
     /// The files the fonts were read from.
     const std::string& oraneFontPath() const { return fontPaths_[0]; }

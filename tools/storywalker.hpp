@@ -84,7 +84,7 @@ public:
     /// Loads `directory` as the game does; prints nothing.
     explicit StoryWalker(const std::string& directory);
 
-    bool loads() const { return loads_; }
+    [[nodiscard]] bool loads() const { return loads_; }
     /// Ends with '/'.
     const std::string& directory() const { return directory_; }
     /// What the game prints while loading.

@@ -33,7 +33,7 @@ protected:
         ryn::components().clear();
         input_ = new ryn::InputManager();
         ryn::components().set(nullptr, nullptr, nullptr, nullptr, input_, nullptr, nullptr, nullptr, nullptr);
-        input_->init();
+        ASSERT_TRUE(input_->init());
         for (const char* id : OraneApp::BUTTON_IDS)
             input_->addButton(id);
     }

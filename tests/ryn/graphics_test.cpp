@@ -37,7 +37,7 @@ TEST(Graphics, ListenersAreToldOfEveryOpeningInRegistrationOrder)
     graphics.addWindowListener(&first);
     graphics.addWindowListener(&second);
 
-    graphics.create("");
+    ASSERT_TRUE(graphics.create(""));
     graphics.createWindow(640, 480);
     EXPECT_EQ(order, (std::vector<int>{2, 1, 2, 1}));
     EXPECT_EQ(graphics.window()->getSize(), sf::Vector2u(640, 480));
@@ -71,7 +71,7 @@ sf::Color windowPixel(const sf::RenderWindow& window, unsigned x, unsigned y)
 TEST(Graphics, WindowLargerThanTheDesktopOpensScaledAndDrawsAtTheSizeAskedFor)
 {
     SmallDesktopGraphics graphics(sf::IntRect(0, 0, 1280, 720));
-    graphics.create("");
+    ASSERT_TRUE(graphics.create(""));
     EXPECT_FALSE(graphics.isScaled());
     EXPECT_EQ(&graphics.target(), graphics.window());
 

@@ -42,7 +42,7 @@ sf::Event keyPressed(sf::Keyboard::Key key)
 class InputTest : public ::testing::Test
 {
 protected:
-    InputTest() : set_(nullptr, nullptr, new ryn::InputManager) { input().init(); }
+    InputTest() : set_(nullptr, nullptr, new ryn::InputManager) { EXPECT_TRUE(input().init()); }
 
     ryn::InputManager& input() { return *ryn::components().inputManager(); }
 

@@ -21,7 +21,7 @@ public:
     /// has already elapsed (normally in [0, 1)).
     virtual void draw(float frameTime, float interpolation) = 0;
     /// Called once, right after the state is created; false stops the start-up.
-    virtual bool init() = 0;
+    [[nodiscard]] virtual bool init() = 0;
     virtual void resetTime();
     virtual void spareAction() = 0;
     /// Calls `layout()`.

@@ -45,7 +45,7 @@ public:
     virtual void setFrameRate(float frameRate);
     /// Creates the eight components with `new` and registers them (and this application)
     /// through `setComponents`; false stops the start-up without a report.
-    virtual bool createComponents() = 0;
+    [[nodiscard]] virtual bool createComponents() = 0;
     /// Stores the nine pointers in the component set, which owns all but the application.
     virtual bool setComponents(Application* application, FocusManager* focusManager,
                                Graphics* graphics, GuiFactory* guiFactory,

@@ -32,7 +32,7 @@ public:
     virtual sf::RenderWindow* window() const;
     /// Stores the title (UTF-8), creates the window and opens it at 800 x 600; true when the
     /// window exists.
-    virtual bool create(std::string title);
+    [[nodiscard]] virtual bool create(std::string title);
     virtual bool isOpen() const;
     /// Gives the window a view showing (0, 0, width, height): one unit per pixel again.
     virtual void resize(unsigned width, unsigned height);

@@ -24,7 +24,7 @@ public:
     virtual ~InputManager() = default;
 
     /// Registers "touch" (the left mouse button).
-    bool init();
+    [[nodiscard]] bool init();
     /// Registers `id`; an id already registered keeps its flags.
     void addButton(std::string id);
     /// Clears every pressed and released flag; the main loop calls it at the start of a step.

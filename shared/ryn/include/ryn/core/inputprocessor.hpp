@@ -20,7 +20,7 @@ public:
     virtual TextTarget* textTarget() const;
     virtual void pressButton(std::string id);
     virtual void releaseButton(std::string id);
-    virtual bool init();
+    [[nodiscard]] virtual bool init();
     virtual bool hasTextTarget() const;
     /// True when the event was consumed; the main loop handles closing and resizing itself
     /// for the events that were not.

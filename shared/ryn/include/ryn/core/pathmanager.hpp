@@ -16,7 +16,7 @@ public:
     virtual std::string resourcesPath() const;
     virtual std::string shadersPath() const;
     virtual std::string texturesPath() const;
-    virtual bool init();
+    [[nodiscard]] virtual bool init();
 };
 
 } // namespace ryn

@@ -19,9 +19,9 @@ class ResourceManager
 public:
     virtual ~ResourceManager() = default;
 
-    virtual bool init() = 0;
+    [[nodiscard]] virtual bool init() = 0;
     /// Loads every font and texture of the game; a file that cannot be loaded throws.
-    virtual bool load() = 0;
+    [[nodiscard]] virtual bool load() = 0;
 
     template <typename Id>
     sf::Font& font(Id id)

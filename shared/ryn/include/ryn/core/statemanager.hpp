@@ -12,7 +12,7 @@ public:
     virtual ~StateManager() = default;
 
     /// Creates the first state and answers its `init()`; false stops the start-up.
-    virtual bool init() = 0;
+    [[nodiscard]] virtual bool init() = 0;
     /// The state that the main loop updates and draws; never null after a successful `init`.
     virtual AbstractState* currentState() = 0;
     virtual AbstractState* spareState() = 0;
