@@ -98,6 +98,7 @@ def main():
         if not os.path.exists(os.path.join(tree, "story.txt")):
             continue
         write_seed(os.path.join(root, "storyloader"), tree_input(tree))
+        write_seed(os.path.join(root, "authorchecks"), tree_input(tree))
         for path in story_files(tree):
             story = read(path)
             for block in scene_blocks(story):

@@ -7,7 +7,7 @@ ORANE_PACKAGES="build-essential cmake pkg-config libsfml-dev libgtest-dev libgmo
 libbenchmark-dev xvfb xauth x11-utils xdotool imagemagick libgl1-mesa-dri \
 fonts-dancingscript fonts-kaushanscript fonts-courier-prime graphviz sox \
 libsox-fmt-all clang libclang-rt-14-dev python3 \
-fonts-leckerli-one python3-fonttools \
+fonts-leckerli-one python3-fonttools libhunspell-dev hunspell-fr \
 dpkg-dev file lintian desktop-file-utils appstream clang-format clang-tidy \
 nlohmann-json3-dev neovim nodejs"
 # npm comes with some builds of nodejs; Debian's own nodejs needs its npm package beside it.

@@ -98,16 +98,26 @@ std::vector<std::string> PageMeasure::fontDirectories(const std::string& executa
     return directories;
 }
 
-bool PageMeasure::loadFonts(const std::vector<std::string>& directories)
+std::array<std::string, 2> PageMeasure::fontFiles(const std::vector<std::string>& directories)
 {
+    std::array<std::string, 2> paths;
     for (std::size_t writer = 0; writer < 2; ++writer) {
-        std::string path = DEBIAN_FONT_FILES[writer];
+        paths[writer] = DEBIAN_FONT_FILES[writer];
         for (const std::string& directory : directories) {
             if (isReadable(directory + FONT_FILE_NAMES[writer])) {
-                path = directory + FONT_FILE_NAMES[writer];
+                paths[writer] = directory + FONT_FILE_NAMES[writer];
                 break;
             }
         }
+    }
+    return paths;
+}
+
+bool PageMeasure::loadFonts(const std::vector<std::string>& directories)
+{
+    const std::array<std::string, 2> paths = fontFiles(directories);
+    for (std::size_t writer = 0; writer < 2; ++writer) {
+        const std::string& path = paths[writer];
         if (!isReadable(path) || !fonts_[writer].loadFromFile(path)) {
             error_ = std::string("cannot read the font ") + FONT_FILE_NAMES[writer] + " (looked in resources/fonts/ and at " + path + ")";
             return false;

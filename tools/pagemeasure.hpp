@@ -7,6 +7,7 @@
 #include <SFML/System/String.hpp>
 #include <SFML/System/Vector2.hpp>
 
+#include <array>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -24,6 +25,10 @@ public:
     /// Where the fonts are looked for, in order: "resources/fonts/" under the working directory,
     /// the same beside `executableDirectory`, then the files of Debian's font packages.
     static std::vector<std::string> fontDirectories(const std::string& executableDirectory);
+
+    /// The files of Orane's and Nathan's fonts: "orane.ttf" and "nathan.ttf" from the first
+    /// directory that holds each, Debian's own font files when none does.
+    static std::array<std::string, 2> fontFiles(const std::vector<std::string>& directories);
 
     /// Loads "orane.ttf" and "nathan.ttf" from the first directory that holds them (Debian's
     /// own font files when none does). False, with the reason in error(), when one is missing.

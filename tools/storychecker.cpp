@@ -1,5 +1,6 @@
 #include "storychecker.hpp"
 
+#include "findingsjson.hpp"
 #include "storygraph.hpp"
 #include "storyplaces.hpp"
 #include "tooltext.hpp"
@@ -53,7 +54,11 @@ int StoryChecker::run()
     checkDuplicates();
     checkReachability();
     checkPages();
-    ryn::console::writeLine("orane-story check: " + plural(errors_, "error") + ", " + plural(warnings_, "warning"));
+    checkForAuthors();
+    if (format_ == FORMAT::JSON)
+        ryn::console::writeLine(findingsToJson(records_, errors_, warnings_));
+    else
+        ryn::console::writeLine("orane-story check: " + plural(errors_, "error") + ", " + plural(warnings_, "warning"));
     return errors_ == 0 ? 0 : 1;
 }
 
@@ -73,17 +78,30 @@ void StoryChecker::reportGameDiagnostic(const Diagnostic& diagnostic)
 {
     const std::string place = storyplaces::placeOf(diagnostic, story_.directory());
     if (diagnostic.kind == Diagnostic::KIND::STORY_FILE_UNREADABLE) {
-        ryn::console::writeLine(place + ": ERROR : cannot open this story file; the game stops loading here without a word.");
+        const std::string message = "ERROR : cannot open this story file; the game stops loading here without a word.";
+        StoryFinding record = recordAt(place, StoryFinding::SEVERITY::ERROR, "game");
+        record.message = message;
+        emit(place + ": " + message, std::move(record));
         ++errors_;
         return;
     }
     const std::vector<std::string> lines = DiagnosticPrinter::lines(diagnostic);
-    for (std::size_t index = 0; index < lines.size(); ++index)
-        ryn::console::writeLine(index == 0 ? place + ": " + lines[index] : lines[index]);
-    if (diagnostic.severity == Diagnostic::SEVERITY::WARNING)
-        ++warnings_;
+    const bool warns = diagnostic.severity == Diagnostic::SEVERITY::WARNING;
     // The loader's closing line only repeats that the scene above could not be read.
-    else if (diagnostic.kind != Diagnostic::KIND::SCENE_NOT_READ)
+    const bool counts = !warns && diagnostic.kind != Diagnostic::KIND::SCENE_NOT_READ;
+    if (format_ == FORMAT::JSON) {
+        StoryFinding record = recordAt(place, warns ? StoryFinding::SEVERITY::WARNING
+                                              : counts ? StoryFinding::SEVERITY::ERROR : StoryFinding::SEVERITY::NOTE, "game");
+        for (std::size_t index = 0; index < lines.size(); ++index)
+            record.message += (index == 0 ? "" : "\n") + lines[index];
+        records_.push_back(std::move(record));
+    } else {
+        for (std::size_t index = 0; index < lines.size(); ++index)
+            ryn::console::writeLine(index == 0 ? place + ": " + lines[index] : lines[index]);
+    }
+    if (warns)
+        ++warnings_;
+    else if (counts)
         ++errors_;
 }
 
@@ -277,13 +295,62 @@ std::string StoryChecker::scenePlace(const sf::String& sceneName) const
 
 void StoryChecker::warning(const std::string& place, const std::string& message)
 {
-    ryn::console::writeLine(place + ": warning: " + message);
+    StoryFinding record = recordAt(place, StoryFinding::SEVERITY::WARNING, "story");
+    record.message = message;
+    emit(place + ": warning: " + message, std::move(record));
     ++warnings_;
 }
 
 void StoryChecker::note(const std::string& message)
 {
-    ryn::console::writeLine("note: " + message);
+    StoryFinding record;
+    record.severity = StoryFinding::SEVERITY::NOTE;
+    record.kind = "story";
+    record.message = message;
+    emit("note: " + message, std::move(record));
+}
+
+void StoryChecker::checkForAuthors()
+{
+    if (!authorOptions_.has_value())
+        return;
+    const Story& loaded = story_.story();
+    AuthorStory story;
+    story.scenes = story_.loads() ? &loaded.scenes() : nullptr;
+    story.suspects = loaded.suspects();
+    story.sources = readSourceTexts(story_.directory(), story.suspects);
+    story.directory = story_.directory();
+    for (StoryFinding& finding : runAuthorChecks(story, *authorOptions_)) {
+        if (finding.severity == StoryFinding::SEVERITY::ERROR)
+            ++errors_;
+        else if (finding.severity == StoryFinding::SEVERITY::WARNING)
+            ++warnings_;
+        const std::string text = formatFinding(finding);
+        emit(text, std::move(finding));
+    }
+}
+
+void StoryChecker::emit(const std::string& text, StoryFinding record)
+{
+    if (format_ == FORMAT::TEXT)
+        ryn::console::writeLine(text);
+    else
+        records_.push_back(std::move(record));
+}
+
+StoryFinding StoryChecker::recordAt(const std::string& place, StoryFinding::SEVERITY severity, const std::string& kind)
+{
+    StoryFinding record;
+    record.severity = severity;
+    record.kind = kind;
+    record.file = place;
+    const std::size_t colon = place.rfind(':');
+    if (colon != std::string::npos && colon + 1 < place.size()
+        && place.find_first_not_of("0123456789", colon + 1) == std::string::npos) {
+        record.file = place.substr(0, colon);
+        record.line = std::stoul(place.substr(colon + 1));
+    }
+    return record;
 }
 
 } // namespace orane

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "authorchecks.hpp"
 #include "loadedstory.hpp"
 #include "pagemeasure.hpp"
+#include "storyfinding.hpp"
 #include "storygraph.hpp"
 
 #include <cstddef>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -26,6 +29,17 @@ public:
     /// Prints the report on the console; answers the exit status: 0 without errors, 1 with.
     int run();
 
+    enum class FORMAT
+    {
+        TEXT, ///< one line per finding and a summary, for people
+        JSON, ///< one JSON document of every finding, for editors and scripts
+    };
+    void setFormat(FORMAT format) { format_ = format; }
+
+    /// Runs the authors' checks (annotations, continuity, prose) too, as `options` says; without
+    /// this call the checker reports what it did before them.
+    void setAuthorOptions(const AuthorCheckOptions& options) { authorOptions_ = options; }
+
     std::size_t errorCount() const { return errors_; }
     std::size_t warningCount() const { return warnings_; }
 
@@ -43,10 +57,18 @@ private:
     std::string scenePlace(const sf::String& sceneName) const;
     void warning(const std::string& place, const std::string& message);
     void note(const std::string& message);
+    void checkForAuthors();
+    /// Prints `text` (TEXT), or keeps `record` for the JSON document.
+    void emit(const std::string& text, StoryFinding record);
+    /// A record of `kind` at `place` ("file:line" or "file").
+    static StoryFinding recordAt(const std::string& place, StoryFinding::SEVERITY severity, const std::string& kind);
 
     const LoadedStory& story_;
     PageMeasure* measure_ = nullptr;
     std::string unmeasuredReason_;
+    std::optional<AuthorCheckOptions> authorOptions_;
+    FORMAT format_ = FORMAT::TEXT;
+    std::vector<StoryFinding> records_;
     std::size_t errors_ = 0;
     std::size_t warnings_ = 0;
 };

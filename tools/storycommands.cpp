@@ -1,9 +1,12 @@
 #include "storycommands.hpp"
 
+#include "authorchecks.hpp"
+#include "factflow.hpp"
 #include "loadedstory.hpp"
 #include "pagemeasure.hpp"
 #include "previewapp.hpp"
 #include "previewoptions.hpp"
+#include "spellingcheck.hpp"
 #include "storychecker.hpp"
 #include "storymap.hpp"
 #include "storyplaces.hpp"
@@ -17,7 +20,9 @@
 
 #include <unistd.h>
 
+#include <array>
 #include <climits>
+#include <map>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -34,7 +39,10 @@ constexpr int EXIT_USAGE = 2;
 
 const char* const USAGE =
     "usage: orane-story COMMAND DIR [options]\n"
-    "  check DIR                      what the game reports on loading DIR, then warnings\n"
+    "  check DIR [OPTION...]          what the game reports on loading DIR, then warnings\n"
+    "      --no-continuity --no-spelling --no-typography --no-glyphs --no-slips\n"
+    "                                 leave out the facts' proofs, or a kind of prose check\n"
+    "      --format=json              every finding as one JSON document\n"
     "  walk DIR                       explore every state play can reach\n"
     "  walk DIR --random N --seed S   N random playthroughs, the same for the same seed\n"
     "  graph DIR [-o FILE]            the story map: DOT on standard output, or FILE\n"
@@ -52,9 +60,13 @@ std::string executablePath()
     return length > 0 ? std::string(buffer, static_cast<std::size_t>(length)) : std::string();
 }
 
-int check(const std::string& directory)
+int check(const std::string& directory, AuthorCheckOptions options, StoryChecker::FORMAT format)
 {
     const LoadedStory story(directory);
+    const std::array<std::string, 2> fonts = PageMeasure::fontFiles(PageMeasure::fontDirectories(executableDirectory()));
+    options.oraneFont = fonts[0];
+    options.nathanFont = fonts[1];
+    options.spellingCache = SpellingCheck::defaultCacheFile();
     VirtualDisplay display;
     PageMeasure measure;
     std::string reason;
@@ -66,6 +78,8 @@ int check(const std::string& directory)
     else
         measured = true;
     StoryChecker checker(story, measured ? &measure : nullptr, reason);
+    checker.setAuthorOptions(options);
+    checker.setFormat(format);
     return checker.run();
 }
 
@@ -126,6 +140,34 @@ void reportUntakenChoices(const StoryWalker& walker, const StoryWalker::Explorat
     }
 }
 
+/// The continuity proof over the annotated facts: prints its errors and the facts known at each
+/// ending; answers how many errors it found.
+std::size_t proveFacts(const StoryWalker& walker)
+{
+    const std::vector<sf::String>& suspects = walker.story().suspects();
+    const std::vector<SourceText> sources = readSourceTexts(walker.directory(), suspects);
+    FactFlow flow(walker.story().scenes(), suspects, sources);
+    if (!flow.hasAnnotations())
+        return 0;
+    flow.solve();
+    std::size_t errors = 0;
+    std::vector<StoryFinding> findings = flow.findings();
+    sortFindings(findings);
+    for (const StoryFinding& finding : findings) {
+        if (finding.severity == StoryFinding::SEVERITY::NOTE)
+            continue;
+        ryn::console::writeLine(formatFinding(finding));
+        errors += finding.severity == StoryFinding::SEVERITY::ERROR ? 1 : 0;
+    }
+    for (const auto& [ending, facts] : flow.factsAtEndings()) {
+        std::string list;
+        for (const sf::String& fact : facts)
+            list += (list.empty() ? "" : ", ") + utf8(fact);
+        ryn::console::writeLine("facts known on every path to " + quoted(ending) + ": " + (list.empty() ? "none" : list));
+    }
+    return errors;
+}
+
 int walk(const std::string& directory)
 {
     const StoryWalker walker(directory);
@@ -149,8 +191,11 @@ int walk(const std::string& directory)
         verdict = "stopped early, after " + std::to_string(found.states) + " states: "
                   + (sound ? "no state seen is stuck and \"end\" is reachable" : verdict)
                   + "; the states beyond were not explored, so more may be stuck";
+    const std::size_t missedNeeds = proveFacts(walker);
+    if (missedNeeds > 0)
+        verdict += "; " + std::to_string(missedNeeds) + " facts needed where a path does not set them";
     ryn::console::writeLine("orane-story walk: " + verdict);
-    return sound && found.complete ? 0 : 1;
+    return sound && found.complete && missedNeeds == 0 ? 0 : 1;
 }
 
 int walkRandomly(const std::string& directory, std::size_t count, std::uint64_t seed)
@@ -254,8 +299,28 @@ int runStoryCommand(int argc, char* argv[])
     }
     const std::string command = argv[1];
     const std::string directory = argv[2];
-    if (command == "check" && argc == 3)
-        return check(directory);
+    if (command == "check") {
+        AuthorCheckOptions options;
+        const std::map<std::string, bool*> switches{{"--no-continuity", &options.continuity},
+                                                    {"--no-spelling", &options.spelling},
+                                                    {"--no-typography", &options.typography},
+                                                    {"--no-glyphs", &options.glyphs},
+                                                    {"--no-slips", &options.slips}};
+        StoryChecker::FORMAT format = StoryChecker::FORMAT::TEXT;
+        bool known = true;
+        for (int index = 3; index < argc && known; ++index) {
+            const std::string option = argv[index];
+            const auto found = switches.find(option);
+            if (found != switches.end())
+                *found->second = false;
+            else if (option == "--format=json" || option == "--format=text")
+                format = option == "--format=json" ? StoryChecker::FORMAT::JSON : StoryChecker::FORMAT::TEXT;
+            else
+                known = false;
+        }
+        if (known)
+            return check(directory, options, format);
+    }
     if (command == "walk" && argc == 3)
         return walk(directory);
     std::uint64_t count = 0;

@@ -95,13 +95,15 @@ std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& 
             continue;
         std::string head = rest.substr(0, separator);
         std::string message = rest.substr(separator + 2);
-        std::size_t lineNumber = 0;
-        const std::size_t colon = head.rfind(':');
-        if (colon != std::string::npos && colon + 1 < head.size()
-            && std::all_of(head.begin() + static_cast<std::ptrdiff_t>(colon) + 1, head.end(), [](char c) { return c >= '0' && c <= '9'; })) {
-            lineNumber = std::stoul(head.substr(colon + 1)) - 1;
+        // "file:line" or, for the prose and continuity checks, "file:line:column".
+        std::vector<std::size_t> numbers;
+        for (std::size_t colon = head.rfind(':'); numbers.size() < 2 && colon != std::string::npos && colon + 1 < head.size()
+             && std::all_of(head.begin() + static_cast<std::ptrdiff_t>(colon) + 1, head.end(), [](char c) { return c >= '0' && c <= '9'; });
+             colon = head.rfind(':')) {
+            numbers.insert(numbers.begin(), std::stoul(head.substr(colon + 1)));
             head.resize(colon);
         }
+        std::size_t lineNumber = numbers.empty() || numbers.front() == 0 ? 0 : numbers.front() - 1;
         if (startsWith(message, "ERROR : couldn't deserialize") && last != nullptr) {
             last->message += "\n" + message;
             continue;
@@ -111,6 +113,11 @@ std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& 
         if (startsWith(message, "warning: ")) {
             diagnostic.severity = Diagnostic::SEVERITY::WARNING;
             message.erase(0, 9);
+        } else if (startsWith(message, "note: ")) {
+            diagnostic.severity = Diagnostic::SEVERITY::INFORMATION;
+            message.erase(0, 6);
+        } else if (startsWith(message, "error: ")) {
+            message.erase(0, 7);
         }
         std::string path = workspace.directory() + head;
         if (head.empty() || !workspace.exists(path)) {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "storyfinding.hpp"
+#include "sourcetext.hpp"
+
+#include <vector>
+
+namespace orane
+{
+
+/// French typography of the texts a reader sees: a blank before ; : ! ? and », and after «;
+/// none before , and .; « and » that pair up within a page; … rather than three dots; the
+/// apostrophe the story uses elsewhere (’ when it mostly writes ’); no doubled blanks; no page
+/// ending on a line of punctuation alone.
+class TypographyCheck
+{
+public:
+    /// The apostrophe rule compares each file with the whole story, so all files come at once.
+    explicit TypographyCheck(const std::vector<SourceText>& sources);
+
+    [[nodiscard]] std::vector<StoryFinding> findings() const;
+
+private:
+    void checkLine(const std::string& file, const SourceText::Scene& scene, const SourceText::TextLine& text,
+                   std::vector<StoryFinding>& found) const;
+    void checkQuotes(const std::string& file, const SourceText::Scene& scene, std::vector<StoryFinding>& found) const;
+
+    const std::vector<SourceText>& sources_;
+    bool curlyApostrophes_ = false;
+};
+
+} // namespace orane
