@@ -117,7 +117,8 @@ private:
     std::vector<sf::String> shortestPathWithout(std::uint32_t fact, const Violation& violation) const;
     sf::String edgeLabel(const Edge& edge) const;
     [[nodiscard]] bool has(const std::uint64_t* words, std::uint32_t fact) const;
-    const std::uint64_t* inOf(std::uint32_t node) const { return &in_[node * wordCount_]; }
+    // A story without facts has no words at all: data() stays valid where [0] would not.
+    const std::uint64_t* inOf(std::uint32_t node) const { return in_.data() + std::size_t{node} * wordCount_; }
     void outOf(std::uint32_t node, Words& out) const;
     const Words* generated(const Edge& edge) const;
 
