@@ -1,4 +1,5 @@
 #include "slipcheck.hpp"
+#include "editdistance.hpp"
 
 #include "tooltext.hpp"
 
@@ -45,23 +46,6 @@ char32_t lower(char32_t c)
     if (c >= U'A' && c <= U'Z')
         return c - U'A' + U'a';
     return c;
-}
-
-std::size_t editDistance(const std::u32string& a, const std::u32string& b)
-{
-    std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j)
-        row[j] = j;
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::size_t diagonal = row[0];
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t above = row[j];
-            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
-            diagonal = above;
-        }
-    }
-    return row[b.size()];
 }
 
 StoryFinding slip(const std::string& file, std::size_t line, std::size_t column, const std::string& message)

@@ -1,4 +1,5 @@
 #include "sourcetext.hpp"
+#include "editdistance.hpp"
 
 #include "letters.hpp"
 #include "tooltext.hpp"
@@ -30,24 +31,6 @@ std::size_t skipBlanks(const sf::String& line, std::size_t index)
     while (index < line.getSize() && isBlank(line[index]))
         ++index;
     return index;
-}
-
-/// Levenshtein distance, for the handful of short words an annotation may be misspelt as.
-std::size_t editDistance(const std::string& a, const std::string& b)
-{
-    std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j)
-        row[j] = j;
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::size_t diagonal = row[0];
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t above = row[j];
-            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
-            diagonal = above;
-        }
-    }
-    return row[b.size()];
 }
 
 /// The second word of a SCENE or FORWARD line, as the game reads it (whatever the line's
@@ -162,8 +145,8 @@ void SourceText::readComment(const sf::String& line, std::size_t number)
         return;
     std::string lower = word;
     std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    const bool nearSets = editDistance(lower, "sets") <= 1;
-    const bool nearNeeds = editDistance(lower, "needs") <= 1;
+    const bool nearSets = editDistance(lower, std::string("sets")) <= 1;
+    const bool nearNeeds = editDistance(lower, std::string("needs")) <= 1;
     if (!nearSets && !nearNeeds)
         return;
     const bool wellFormed = (word == "sets" || word == "needs") && wordStart == 2 && line[1] == U' ' && colon == wordEnd;
