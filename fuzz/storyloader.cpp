@@ -28,7 +28,7 @@ namespace
 
 const std::string SEPARATOR = "\n--8<--\n";
 /// Far more than any path through a story that this input size can hold.
-constexpr int MAX_CHOICES_TAKEN = 500;
+constexpr std::size_t MAX_CHOICES_TAKEN = 500;
 
 std::vector<std::string> splitFiles(const std::string& input)
 {
@@ -120,7 +120,7 @@ public:
     void play()
     {
         fuzzing::require(shown_ > 0, "a loaded story shows its first scene");
-        for (int taken = 0; taken < MAX_CHOICES_TAKEN; ++taken) {
+        for (std::size_t taken = 0; taken < MAX_CHOICES_TAKEN; ++taken) {
             requireShownIsCurrent();
             if (choicesShown_ == 0) {
                 const sf::String& name = manager_.currentSceneName();

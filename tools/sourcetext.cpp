@@ -9,8 +9,6 @@
 #include "scenemanager/textfile.hpp"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace orane
 {
@@ -55,10 +53,9 @@ bool isFactCharacter(sf::Uint32 c)
 
 SourceText SourceText::load(const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
+    std::string bytes;
+    if (!TextFile::readBytes(path, bytes))
         return read(path, {});
-    std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     return read(path, std::move(bytes));
 }
 

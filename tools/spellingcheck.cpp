@@ -4,6 +4,7 @@
 #include "tooltext.hpp"
 
 #include "scene/storytext.hpp"
+#include "scenemanager/textfile.hpp"
 
 #include <hunspell/hunspell.hxx>
 
@@ -86,8 +87,8 @@ SpellingCheck::SpellingCheck(std::string dictionaryDirectory, const std::string&
 {
     if (!dictionaryDirectory_.empty() && dictionaryDirectory_.back() != '/')
         dictionaryDirectory_ += '/';
-    std::ifstream list(wordList, std::ios::binary);
-    wordListText_.assign(std::istreambuf_iterator<char>(list), std::istreambuf_iterator<char>());
+    if (!TextFile::readBytes(wordList, wordListText_))
+        wordListText_.clear();
     std::istringstream lines(wordListText_);
     for (std::string line; std::getline(lines, line);) {
         while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == '\t'))

@@ -93,23 +93,28 @@ TextFile TextFile::load(const std::string& path)
     }
     TextFile unreadable;
     unreadable.status_ = STATUS::CANNOT_OPEN;
-    // A NUL would cut the path short, to another file or to the folder itself.
-    if (path.find('\0') != std::string::npos)
-        return unreadable;
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream.is_open())
-        return unreadable;
-    // istream::read turns a failed read (a folder opens, then cannot be read) into the bad bit,
-    // where reading the buffer directly would throw.
     std::string bytes;
     if (!noSize)
         bytes.reserve(static_cast<std::size_t>(size));
+    if (!readBytes(path, bytes))
+        return unreadable;
+    return decode(std::move(bytes));
+}
+
+bool TextFile::readBytes(const std::string& path, std::string& bytes)
+{
+    // A NUL would cut the path short, to another file or to the folder itself.
+    if (path.find('\0') != std::string::npos)
+        return false;
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream.is_open())
+        return false;
+    // istream::read turns a failed read (a folder opens, then cannot be read) into the bad bit,
+    // where reading the buffer directly would throw.
     char chunk[64 * 1024];
     while (stream.read(chunk, sizeof chunk) || stream.gcount() > 0)
         bytes.append(chunk, static_cast<std::size_t>(stream.gcount()));
-    if (stream.bad())
-        return unreadable;
-    return decode(std::move(bytes));
+    return !stream.bad();
 }
 
 TextFile TextFile::decode(std::string bytes)

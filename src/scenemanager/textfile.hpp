@@ -41,6 +41,10 @@ public:
     /// are invalid.
     static TextFile decode(std::string bytes);
 
+    /// The bytes of the file at `path`, or false for a folder, a path holding a NUL, a file that
+    /// cannot be opened and a failed read. Never throws, whatever the path names.
+    [[nodiscard]] static bool readBytes(const std::string& path, std::string& bytes);
+
     /// decode, or TOO_LARGE (with no lines) beyond MAX_BYTES: `bytes` read as a file would be.
     static TextFile fromBytes(std::string bytes);
 
