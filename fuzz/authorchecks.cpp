@@ -6,16 +6,15 @@
 // Input layout: files separated by a line "--8<--". The first is suspects.ini, the second
 // story.txt; each later one is written under the name of the next distinct suspect.
 
-#include "fuzzing.hpp"
-
 #include "authorchecks.hpp"
-#include "factflow.hpp"
-#include "spellingcheck.hpp"
-#include "tooltext.hpp"
 
+#include "factflow.hpp"
+#include "fuzzing.hpp"
 #include "scene/storytext.hpp"
 #include "scenemanager/scenemanager.hpp"
 #include "scenemanager/textfile.hpp"
+#include "spellingcheck.hpp"
+#include "tooltext.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -25,9 +24,8 @@
 #include <map>
 #include <set>
 #include <string>
-#include <vector>
-
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -41,7 +39,8 @@ std::vector<std::string> splitFiles(const std::string& input)
 {
     std::vector<std::string> files;
     std::size_t start = 0;
-    for (std::size_t found; (found = input.find(SEPARATOR, start)) != std::string::npos; start = found + SEPARATOR.size())
+    for (std::size_t found; (found = input.find(SEPARATOR, start)) != std::string::npos;
+         start = found + SEPARATOR.size())
         files.push_back(input.substr(start, found - start));
     files.push_back(input.substr(start));
     return files;
@@ -50,9 +49,9 @@ std::vector<std::string> splitFiles(const std::string& input)
 std::filesystem::path makeFolder()
 {
     const char* shm = "/dev/shm";
-    std::string pattern = (std::filesystem::is_directory(shm) ? std::filesystem::path(shm)
-                                                             : std::filesystem::temp_directory_path())
-                          / "orane-fuzz-authors-XXXXXX";
+    std::string pattern =
+        (std::filesystem::is_directory(shm) ? std::filesystem::path(shm) : std::filesystem::temp_directory_path())
+        / "orane-fuzz-authors-XXXXXX";
     if (::mkdtemp(pattern.data()) == nullptr)
         std::abort();
     return pattern;

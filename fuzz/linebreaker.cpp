@@ -5,9 +5,9 @@
 //
 // Input layout: one byte for the hand and style, one for the line width, then UTF-8 text.
 
-#include "fuzzing.hpp"
-
 #include "book/linebreaker.hpp"
+
+#include "fuzzing.hpp"
 #include "referencelinebreaker.hpp"
 
 #include <SFML/Graphics/Font.hpp>

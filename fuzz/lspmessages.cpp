@@ -2,7 +2,6 @@
 // size, and the editor's incremental edits of a document.
 
 #include "fuzzing.hpp"
-
 #include "messagereader.hpp"
 #include "textdocument.hpp"
 
@@ -45,7 +44,9 @@ void checkEdits(const std::string& bytes)
 {
     orane::lsp::TextDocument document(bytes.substr(0, bytes.size() / 2));
     for (std::size_t at = bytes.size() / 2; at + 5 <= bytes.size(); at += 5) {
-        const auto number = [&](std::size_t k) { return static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[at + k])); };
+        const auto number = [&](std::size_t k) {
+            return static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[at + k]));
+        };
         const auto encoding = static_cast<orane::lsp::PositionEncoding>(number(4) % 3);
         const std::size_t from = document.offsetAt({number(0) % 8, number(1)}, encoding);
         const std::size_t to = document.offsetAt({number(2) % 8, number(3)}, encoding);

@@ -1,7 +1,6 @@
 // The parser of one scene, fed the lines of any file as the story loader would cut them.
 
 #include "fuzzing.hpp"
-
 #include "scene/scene.hpp"
 #include "scene/storytext.hpp"
 #include "scenemanager/textfile.hpp"

@@ -6,7 +6,6 @@
 // order suspects.ini lists them.
 
 #include "fuzzing.hpp"
-
 #include "scene/storytext.hpp"
 #include "scenemanager/scenemanager.hpp"
 #include "scenemanager/textfile.hpp"
@@ -19,9 +18,8 @@
 #include <fstream>
 #include <set>
 #include <string>
-#include <vector>
-
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -48,8 +46,7 @@ std::vector<std::string> suspectFileNames(const std::string& suspectsIni)
     std::set<std::string> seen;
     const orane::TextFile file = orane::TextFile::decode(suspectsIni);
     for (const sf::String& line : file.lines()) {
-        const std::string name =
-            ryn::console::toUtf8(orane::trimWhitespace(line).toWideString()) + ".txt";
+        const std::string name = ryn::console::toUtf8(orane::trimWhitespace(line).toWideString()) + ".txt";
         if (seen.insert(name).second)
             names.push_back(name);
     }
@@ -60,8 +57,7 @@ std::vector<std::string> suspectFileNames(const std::string& suspectsIni)
 /// then meets a missing file.
 bool staysInTree(const std::string& fileName)
 {
-    return fileName.size() < 200 && fileName.find('/') == std::string::npos
-           && fileName.find('\0') == std::string::npos;
+    return fileName.size() < 200 && fileName.find('/') == std::string::npos && fileName.find('\0') == std::string::npos;
 }
 
 class StoryFolder
@@ -70,9 +66,9 @@ public:
     StoryFolder()
     {
         const char* shm = "/dev/shm";
-        std::string pattern = (std::filesystem::is_directory(shm) ? std::filesystem::path(shm)
-                                                                 : std::filesystem::temp_directory_path())
-                              / "orane-fuzz-XXXXXX";
+        std::string pattern =
+            (std::filesystem::is_directory(shm) ? std::filesystem::path(shm) : std::filesystem::temp_directory_path())
+            / "orane-fuzz-XXXXXX";
         if (::mkdtemp(pattern.data()) == nullptr)
             std::abort();
         path_ = pattern;

@@ -1,6 +1,6 @@
 #include "audio.hpp"
 
-#include "ryn/core/console.hpp"
+#include <ryn/core/console.hpp>
 
 namespace orane
 {
@@ -33,7 +33,7 @@ std::string countMismatchMessage(const std::string& listName, std::size_t count,
 {
     // The word "son" stands for the music list too: one message serves both lists.
     return "Erreur nombre de fichier son incohérent :\nCOUNT = " + std::to_string(count) + listName + " = "
-        + std::to_string(listSize);
+           + std::to_string(listSize);
 }
 
 } // namespace
@@ -42,8 +42,7 @@ void loadAudio()
 {
     if (soundFileNames.size() != soundCount)
         ryn::console::writeLine(countMismatchMessage("soundFileNames", soundCount, soundFileNames.size()));
-    for (std::size_t id = 0; id < soundCount && id < soundFileNames.size(); ++id)
-    {
+    for (std::size_t id = 0; id < soundCount && id < soundFileNames.size(); ++id) {
         sounds.push_back(std::make_unique<sf::Sound>());
         soundBuffers.push_back(std::make_unique<sf::SoundBuffer>());
         if (!soundBuffers.back()->loadFromFile(AUDIO_DIRECTORY + "sounds/" + soundFileNames[id]))
@@ -53,8 +52,7 @@ void loadAudio()
 
     if (musicFileNames.size() != musicCount)
         ryn::console::writeLine(countMismatchMessage("musicFileNames", musicCount, musicFileNames.size()));
-    for (std::size_t id = 0; id < musicCount && id < musicFileNames.size(); ++id)
-    {
+    for (std::size_t id = 0; id < musicCount && id < musicFileNames.size(); ++id) {
         musics.push_back(std::make_unique<sf::Music>());
         if (!musics.back()->openFromFile(AUDIO_DIRECTORY + "musics/" + musicFileNames[id]))
             ryn::console::writeLine("Erreur chargement music :" + musicFileNames[id]);

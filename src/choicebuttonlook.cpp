@@ -1,7 +1,7 @@
 #include "choicebuttonlook.hpp"
 
-#include "ryn/core/floatcolor.hpp"
-#include "ryn/gui/shapeshifter.hpp"
+#include <ryn/core/floatcolor.hpp>
+#include <ryn/gui/shapeshifter.hpp>
 
 namespace orane
 {

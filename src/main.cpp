@@ -1,8 +1,8 @@
 #include "audio.hpp"
 #include "oraneapp.hpp"
 
-#include "ryn/core/assert.hpp"
-#include "ryn/core/runapplication.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/runapplication.hpp>
 
 #include <codecvt>
 #include <locale>

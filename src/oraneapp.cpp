@@ -1,15 +1,15 @@
 #include "oraneapp.hpp"
 
-#include "oraneguifactory.hpp"
 #include "oranegraphics.hpp"
+#include "oraneguifactory.hpp"
 #include "oraneinputprocessor.hpp"
 #include "oranepathmanager.hpp"
 #include "oraneresourcemanager.hpp"
 #include "oranestatemanager.hpp"
 
-#include "ryn/core/components.hpp"
-#include "ryn/core/focusmanager.hpp"
-#include "ryn/core/inputmanager.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/core/inputmanager.hpp>
 
 namespace orane
 {
@@ -42,8 +42,8 @@ bool OraneApp::createComponents()
     auto* guiFactory = new OraneGuiFactory();
     auto* graphics = new OraneGraphics();
     auto* focusManager = new ryn::FocusManager();
-    return setComponents(this, focusManager, graphics, guiFactory, inputManager, inputProcessor,
-                         pathManager, resourceManager, stateManager);
+    return setComponents(this, focusManager, graphics, guiFactory, inputManager, inputProcessor, pathManager,
+                         resourceManager, stateManager);
 }
 
 } // namespace orane

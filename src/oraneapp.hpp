@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/application.hpp"
+#include <ryn/core/application.hpp>
 
 namespace orane
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/graphics.hpp"
+#include <ryn/core/graphics.hpp>
 
 namespace orane
 {

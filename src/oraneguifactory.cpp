@@ -3,9 +3,9 @@
 #include "choicebuttonlook.hpp"
 #include "resourceids.hpp"
 
-#include "ryn/core/components.hpp"
-#include "ryn/core/resourcemanager.hpp"
-#include "ryn/gui/shapeshifterpushbuttonnode.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/resourcemanager.hpp>
+#include <ryn/gui/shapeshifterpushbuttonnode.hpp>
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/guifactory.hpp"
+#include <ryn/core/guifactory.hpp>
 
 namespace ryn
 {

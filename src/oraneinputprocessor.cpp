@@ -1,7 +1,7 @@
 #include "oraneinputprocessor.hpp"
 
-#include "ryn/core/components.hpp"
-#include "ryn/core/inputmanager.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/inputmanager.hpp>
 
 namespace orane
 {
@@ -24,22 +24,14 @@ bool OraneInputProcessor::processEvent(const sf::Event& event)
 std::string OraneInputProcessor::buttonIdOf(sf::Keyboard::Key key)
 {
     switch (key) {
-    case sf::Keyboard::Up:
-        return "up";
-    case sf::Keyboard::Right:
-        return "right";
-    case sf::Keyboard::Down:
-        return "down";
-    case sf::Keyboard::Left:
-        return "left";
-    case sf::Keyboard::Return:
-        return "enter";
-    case sf::Keyboard::Escape:
-        return "escape";
-    case sf::Keyboard::Tab:
-        return "debug";
-    default:
-        return {};
+    case sf::Keyboard::Up: return "up";
+    case sf::Keyboard::Right: return "right";
+    case sf::Keyboard::Down: return "down";
+    case sf::Keyboard::Left: return "left";
+    case sf::Keyboard::Return: return "enter";
+    case sf::Keyboard::Escape: return "escape";
+    case sf::Keyboard::Tab: return "debug";
+    default: return {};
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/inputprocessor.hpp"
+#include <ryn/core/inputprocessor.hpp>
 
 #include <string>
 

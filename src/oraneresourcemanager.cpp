@@ -2,8 +2,8 @@
 
 #include "resourceids.hpp"
 
-#include "ryn/core/components.hpp"
-#include "ryn/core/pathmanager.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/pathmanager.hpp>
 
 namespace orane
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/resourcemanager.hpp"
+#include <ryn/core/resourcemanager.hpp>
 
 namespace orane
 {

@@ -2,7 +2,7 @@
 
 #include "stategame.hpp"
 
-#include "ryn/core/assert.hpp"
+#include <ryn/core/assert.hpp>
 
 namespace orane
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/statemanager.hpp"
+#include <ryn/core/statemanager.hpp>
 
 #include <memory>
 

@@ -10,17 +10,14 @@ bool SpreadSnapshot::draw(sf::RenderTarget& target, std::uint64_t revision, cons
     if (unavailable_)
         return false;
     const sf::Vector2u size = target.getSize();
-    if (texture_.getSize() != size)
-    {
-        if (!texture_.create(size.x, size.y))
-        {
+    if (texture_.getSize() != size) {
+        if (!texture_.create(size.x, size.y)) {
             unavailable_ = true;
             return false;
         }
         painted_ = false;
     }
-    if (!painted_ || revision != revision_)
-    {
+    if (!painted_ || revision != revision_) {
         texture_.clear(sf::Color::Black);
         paint(texture_);
         texture_.display();

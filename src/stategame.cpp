@@ -5,13 +5,13 @@
 #include "oraneguifactory.hpp"
 #include "resourceids.hpp"
 
-#include "ryn/core/application.hpp"
-#include "ryn/core/components.hpp"
-#include "ryn/core/console.hpp"
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/resourcemanager.hpp"
-#include "ryn/gui/shapeshifterpushbuttonnode.hpp"
+#include <ryn/core/application.hpp>
+#include <ryn/core/components.hpp>
+#include <ryn/core/console.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/resourcemanager.hpp>
+#include <ryn/gui/shapeshifterpushbuttonnode.hpp>
 
 namespace orane
 {
@@ -76,16 +76,13 @@ bool StateGame::init()
 }
 
 void StateGame::resetTime()
-{
-}
+{}
 
 void StateGame::spareAction()
-{
-}
+{}
 
 void StateGame::updateLayout()
-{
-}
+{}
 
 void StateGame::update(float)
 {
@@ -140,7 +137,7 @@ bool StateGame::needsRedraw() const
 {
     constexpr float REPAINT_INTERVAL = 0.5f;
     return redrawPending_ || book_.getState() != STATE::IDLE
-        || sinceLastDraw_.getElapsedTime().asSeconds() >= REPAINT_INTERVAL;
+           || sinceLastDraw_.getElapsedTime().asSeconds() >= REPAINT_INTERVAL;
 }
 
 void StateGame::refreshChoices()

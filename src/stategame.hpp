@@ -1,16 +1,15 @@
 #pragma once
 
-#include <SFML/System/Clock.hpp>
-
 #include "book/book.hpp"
 #include "scenemanager/scenemanager.hpp"
 #include "scenemanager/scenemanagerowner.hpp"
 #include "spreadsnapshot.hpp"
 
-#include "ryn/core/abstractstate.hpp"
-#include "ryn/gui/scenegraph.hpp"
+#include <ryn/core/abstractstate.hpp>
+#include <ryn/gui/scenegraph.hpp>
 
 #include <SFML/Graphics/Sprite.hpp>
+#include <SFML/System/Clock.hpp>
 
 #include <cstdint>
 #include <functional>

@@ -32,7 +32,9 @@ std::vector<StoryFinding> runAuthorChecks(const AuthorStory& story, const Author
             findings.insert(findings.end(), proved.begin(), proved.end());
         }
     }
-    const auto add = [&findings](const std::vector<StoryFinding>& more) { findings.insert(findings.end(), more.begin(), more.end()); };
+    const auto add = [&findings](const std::vector<StoryFinding>& more) {
+        findings.insert(findings.end(), more.begin(), more.end());
+    };
     const auto unavailable = [&findings, &story](const std::string& message) {
         StoryFinding finding;
         finding.severity = StoryFinding::SEVERITY::WARNING;
@@ -42,7 +44,8 @@ std::vector<StoryFinding> runAuthorChecks(const AuthorStory& story, const Author
         findings.push_back(std::move(finding));
     };
     if (options.spelling) {
-        SpellingCheck spelling(options.dictionaryDirectory, story.directory + SpellingCheck::WORD_LIST, options.spellingCache);
+        SpellingCheck spelling(options.dictionaryDirectory, story.directory + SpellingCheck::WORD_LIST,
+                               options.spellingCache);
         if (spelling.available())
             add(spelling.findings(story.sources));
         else

@@ -1,9 +1,8 @@
 #include "eventwaiter.hpp"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <ctime>
+#include <poll.h>
 
 namespace orane
 {
@@ -11,8 +10,7 @@ namespace orane
 EventWaiter::EventWaiter(int fileDescriptor, Handler handler)
     : fileDescriptor_(fileDescriptor)
     , handler_(std::move(handler))
-{
-}
+{}
 
 void EventWaiter::restart()
 {
@@ -53,7 +51,8 @@ void EventWaiter::sleep(sf::Time duration)
 bool EventWaiter::waitForInput(sf::Time duration) const
 {
     const sf::Int64 microseconds = duration.asMicroseconds();
-    const timespec timeout{static_cast<time_t>(microseconds / 1'000'000), static_cast<long>(microseconds % 1'000'000) * 1000};
+    const timespec timeout{static_cast<time_t>(microseconds / 1'000'000),
+                           static_cast<long>(microseconds % 1'000'000) * 1000};
     pollfd input{fileDescriptor_, POLLIN, 0};
     // A negative descriptor is skipped by ppoll, which then only sleeps.
     return ppoll(&input, 1, &timeout, nullptr) > 0 && (input.revents & POLLIN) != 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/loopclock.hpp"
+#include <ryn/core/loopclock.hpp>
 
 #include <SFML/System/Clock.hpp>
 

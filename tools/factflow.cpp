@@ -1,10 +1,9 @@
 #include "factflow.hpp"
 
-#include "tooltext.hpp"
-
 #include "scene/storytext.hpp"
 #include "scene/tokens.hpp"
 #include "scenemanager/fixedscenes.hpp"
+#include "tooltext.hpp"
 
 #include <algorithm>
 #include <deque>
@@ -30,7 +29,8 @@ std::string labelsOf(const std::vector<sf::String>& path)
 
 } // namespace
 
-FactFlow::FactFlow(const SceneMap& scenes, const std::vector<sf::String>& suspects, const std::vector<SourceText>& sources)
+FactFlow::FactFlow(const SceneMap& scenes, const std::vector<sf::String>& suspects,
+                   const std::vector<SourceText>& sources)
     : suspects_(suspects)
 {
     indexScenes(scenes, sources);
@@ -191,7 +191,8 @@ std::uint32_t FactFlow::enter(std::uint32_t scene, std::uint64_t investigated, b
 {
     if (scene == NONE)
         return NONE;
-    const std::pair<std::uint64_t, std::uint64_t> key{(std::uint64_t{scene} << 1) | (hubPending ? 1u : 0u), investigated};
+    const std::pair<std::uint64_t, std::uint64_t> key{(std::uint64_t{scene} << 1) | (hubPending ? 1u : 0u),
+                                                      investigated};
     const auto found = nodeIds_.find(key);
     if (found != nodeIds_.end())
         return found->second;
@@ -214,7 +215,8 @@ bool FactFlow::explore(std::size_t stateLimit)
     for (std::uint32_t u = 0; u < nodes_.size(); ++u) {
         const Node node = nodes_[u];
         nodes_[u].firstEdge = static_cast<std::uint32_t>(edges_.size());
-        const auto link = [&](std::uint32_t scene, std::uint64_t investigated, bool pending, EDGE kind, std::size_t index) {
+        const auto link = [&](std::uint32_t scene, std::uint64_t investigated, bool pending, EDGE kind,
+                              std::size_t index) {
             const std::uint32_t v = enter(scene, investigated, pending, stateLimit);
             if (v == NONE && scene != NONE)
                 complete = false;
@@ -226,7 +228,8 @@ bool FactFlow::explore(std::size_t stateLimit)
                 if ((node.investigated >> k) & 1u)
                     continue;
                 const std::uint32_t marked = suspectMarked_[k];
-                const std::uint64_t after = marked == NONE ? node.investigated : node.investigated | (std::uint64_t{1} << marked);
+                const std::uint64_t after =
+                    marked == NONE ? node.investigated : node.investigated | (std::uint64_t{1} << marked);
                 link(suspectBegin_[k], after, false, EDGE::HUB_SUSPECT, k);
             }
             if (!node.hubPending)
@@ -331,7 +334,9 @@ void FactFlow::findViolations()
         for (std::size_t c = 0; c < info.choiceNeeds.size(); ++c) {
             for (const Need& need : info.choiceNeeds[c]) {
                 if (isSetSomewhere(need.fact) && !has(out.data(), need.fact)
-                    && seen.emplace(scene, static_cast<std::uint32_t>(c), need.fact, need.place.line * 100000 + need.place.column).second)
+                    && seen.emplace(scene, static_cast<std::uint32_t>(c), need.fact,
+                                    need.place.line * 100000 + need.place.column)
+                           .second)
                     violations_.push_back(Violation{scene, static_cast<std::uint32_t>(c), need});
             }
         }
@@ -341,18 +346,12 @@ void FactFlow::findViolations()
 sf::String FactFlow::edgeLabel(const Edge& edge) const
 {
     switch (edge.kind) {
-    case EDGE::FORWARD:
-        return {};
-    case EDGE::CHOICE:
-        return scenes_[nodes_[edge.from].scene].scene->choices[edge.index].briefDescription;
-    case EDGE::HUB_SUSPECT:
-        return hubLabels_[edge.index];
-    case EDGE::HUB_ARREST:
-        return arrestLabel_;
-    case EDGE::RETREAT:
-        return retreatLabel_;
-    case EDGE::ACCUSE:
-        return accuseLabels_[edge.index];
+    case EDGE::FORWARD: return {};
+    case EDGE::CHOICE: return scenes_[nodes_[edge.from].scene].scene->choices[edge.index].briefDescription;
+    case EDGE::HUB_SUSPECT: return hubLabels_[edge.index];
+    case EDGE::HUB_ARREST: return arrestLabel_;
+    case EDGE::RETREAT: return retreatLabel_;
+    case EDGE::ACCUSE: return accuseLabels_[edge.index];
     }
     return {};
 }
@@ -416,7 +415,8 @@ std::vector<StoryFinding> FactFlow::findings() const
                 finding.line = place.second.line;
                 finding.column = place.second.column;
                 finding.fact = factNames_[fact];
-                finding.message = "the fact " + quoted(factNames_[fact]) + " is needed here, but no scene or choice sets it";
+                finding.message =
+                    "the fact " + quoted(factNames_[fact]) + " is needed here, but no scene or choice sets it";
                 found.push_back(std::move(finding));
             }
         } else if (needPlaces_[fact].empty()) {
@@ -438,8 +438,8 @@ std::vector<StoryFinding> FactFlow::findings() const
         finding.kind = "continuity";
         finding.message = suspects_.size() > MAX_SUSPECTS
                               ? "the facts' continuity was not proved: the proof follows at most 64 suspects"
-                              : "the facts' continuity was not proved: play has more than " + std::to_string(stateLimit_)
-                                    + " states (scene, suspects investigated, hub seen)";
+                              : "the facts' continuity was not proved: play has more than "
+                                    + std::to_string(stateLimit_) + " states (scene, suspects investigated, hub seen)";
         found.push_back(std::move(finding));
         return found;
     }
@@ -464,8 +464,8 @@ std::vector<StoryFinding> FactFlow::findings() const
             } else {
                 finding.choice = violation->choice;
                 finding.message = "choice " + std::to_string(violation->choice) + " "
-                                  + quoted(oneLine(info.scene->choices[violation->choice].briefDescription)) + " of scene "
-                                  + quoted(info.name) + " needs the fact " + quoted(factNames_[fact])
+                                  + quoted(oneLine(info.scene->choices[violation->choice].briefDescription))
+                                  + " of scene " + quoted(info.name) + " needs the fact " + quoted(factNames_[fact])
                                   + ", but a player can be offered it without it: " + labelsOf(finding.path);
             }
             found.push_back(std::move(finding));

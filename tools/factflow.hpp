@@ -1,9 +1,8 @@
 #pragma once
 
-#include "storyfinding.hpp"
-#include "sourcetext.hpp"
-
 #include "scenemanager/scenemap.hpp"
+#include "sourcetext.hpp"
+#include "storyfinding.hpp"
 
 #include <SFML/System/String.hpp>
 

@@ -79,8 +79,8 @@ std::vector<StoryFinding> GlyphCheck::findings(const std::vector<SourceText>& so
                     finding.line = text.line;
                     finding.column = text.column + i;
                     finding.scene = scene.name;
-                    finding.message = std::string(font == 0 ? "Orane's" : "Nathan's") + " font has no " + codePointName(c)
-                                      + ": the notebook would show an empty box";
+                    finding.message = std::string(font == 0 ? "Orane's" : "Nathan's") + " font has no "
+                                      + codePointName(c) + ": the notebook would show an empty box";
                     found.push_back(std::move(finding));
                 }
             }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "storyfinding.hpp"
 #include "sourcetext.hpp"
+#include "storyfinding.hpp"
 
 #include <SFML/Config.hpp>
 

@@ -4,9 +4,8 @@
 
 #include <ryn/core/assert.hpp>
 
-#include <unistd.h>
-
 #include <cstring>
+#include <unistd.h>
 
 int main(int argc, char* argv[])
 {

@@ -18,9 +18,8 @@ constexpr unsigned int WRITER_CHARACTER_SIZE = 20;
 
 const char* const FONT_FILE_NAMES[2] = {"orane.ttf", "nathan.ttf"};
 /// What the build copies under those names, for a tool run outside a build folder.
-const char* const DEBIAN_FONT_FILES[2] = {
-    "/usr/share/fonts/opentype/dancingscript/DancingScript-Regular.otf",
-    "/usr/share/fonts/opentype/kaushanscript/KaushanScript-Regular.otf"};
+const char* const DEBIAN_FONT_FILES[2] = {"/usr/share/fonts/opentype/dancingscript/DancingScript-Regular.otf",
+                                          "/usr/share/fonts/opentype/kaushanscript/KaushanScript-Regular.otf"};
 
 bool isReadable(const std::string& path)
 {
@@ -119,7 +118,8 @@ bool PageMeasure::loadFonts(const std::vector<std::string>& directories)
     for (std::size_t writer = 0; writer < 2; ++writer) {
         const std::string& path = paths[writer];
         if (!isReadable(path) || !fonts_[writer].loadFromFile(path)) {
-            error_ = std::string("cannot read the font ") + FONT_FILE_NAMES[writer] + " (looked in resources/fonts/ and at " + path + ")";
+            error_ = std::string("cannot read the font ") + FONT_FILE_NAMES[writer]
+                     + " (looked in resources/fonts/ and at " + path + ")";
             return false;
         }
         fontPaths_[writer] = path;
@@ -197,8 +197,8 @@ float PageMeasure::measureButtonsBottom(const sf::String& pageText, const std::v
         return textBottom(broken, PageWriter::NATHAN);
     ryn::ShapeShifter button(ryn::ShapeShifter::TEXT | ryn::ShapeShifter::SHAPE, ryn::ShapeShifter::RECTANGLE);
     dressAsChoiceButton(button, fonts_[static_cast<std::size_t>(PageWriter::NATHAN)], labels.back());
-    const float lastTop = textHeight(broken, PageWriter::NATHAN)
-                          + ChoiceButtonLook::SPACING * static_cast<float>(labels.size() - 1);
+    const float lastTop =
+        textHeight(broken, PageWriter::NATHAN) + ChoiceButtonLook::SPACING * static_cast<float>(labels.size() - 1);
     const sf::FloatRect bounds = button.bounds({0.f, lastTop});
     return bounds.top + bounds.height;
 }

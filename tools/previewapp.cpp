@@ -1,21 +1,20 @@
 #include "previewapp.hpp"
 
 #include "eventwaiter.hpp"
+#include "oranegraphics.hpp"
+#include "oraneguifactory.hpp"
+#include "oraneresourcemanager.hpp"
 #include "previewinput.hpp"
 #include "previewpaths.hpp"
 #include "previewstate.hpp"
 #include "previewstates.hpp"
 
-#include "oranegraphics.hpp"
-#include "oraneguifactory.hpp"
-#include "oraneresourcemanager.hpp"
-
-#include "ryn/core/components.hpp"
-#include "ryn/core/console.hpp"
-#include "ryn/core/focusmanager.hpp"
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/runapplication.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/console.hpp>
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/runapplication.hpp>
 
 // Last: Xlib defines words that SFML uses as names.
 #include "virtualdisplay.hpp"
@@ -26,8 +25,7 @@ namespace orane
 PreviewApp::PreviewApp(PreviewOptions options, std::string executableDirectory)
     : options_(std::move(options))
     , executableDirectory_(std::move(executableDirectory))
-{
-}
+{}
 
 bool PreviewApp::init()
 {

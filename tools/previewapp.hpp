@@ -1,8 +1,7 @@
 #pragma once
 
-#include "previewoptions.hpp"
-
 #include "oraneapp.hpp"
+#include "previewoptions.hpp"
 
 #include <string>
 

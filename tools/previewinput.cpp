@@ -1,7 +1,7 @@
 #include "previewinput.hpp"
 
-#include "ryn/core/components.hpp"
-#include "ryn/core/inputmanager.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/inputmanager.hpp>
 
 namespace orane
 {
@@ -26,16 +26,11 @@ bool PreviewInput::processEvent(const sf::Event& event)
 std::string PreviewInput::previewButtonOf(sf::Keyboard::Key key)
 {
     switch (key) {
-    case sf::Keyboard::F5:
-        return BUTTON_IDS[0];
-    case sf::Keyboard::BackSpace:
-        return BUTTON_IDS[1];
-    case sf::Keyboard::Home:
-        return BUTTON_IDS[2];
-    case sf::Keyboard::F12:
-        return BUTTON_IDS[3];
-    default:
-        return {};
+    case sf::Keyboard::F5: return BUTTON_IDS[0];
+    case sf::Keyboard::BackSpace: return BUTTON_IDS[1];
+    case sf::Keyboard::Home: return BUTTON_IDS[2];
+    case sf::Keyboard::F12: return BUTTON_IDS[3];
+    default: return {};
     }
 }
 

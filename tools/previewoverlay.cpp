@@ -1,6 +1,6 @@
 #include "previewoverlay.hpp"
 
-#include "ryn/gui/shapeshifterpushbuttonnode.hpp"
+#include <ryn/gui/shapeshifterpushbuttonnode.hpp>
 
 #include <SFML/Graphics/RectangleShape.hpp>
 #include <SFML/Graphics/Text.hpp>
@@ -57,8 +57,7 @@ std::vector<std::string> wrap(const std::string& line, std::size_t columns)
 
 PreviewOverlay::PreviewOverlay(const sf::Font& font)
     : font_(font)
-{
-}
+{}
 
 void PreviewOverlay::setLines(const std::string& heading, const std::vector<std::string>& lines)
 {
@@ -87,7 +86,8 @@ void PreviewOverlay::showFaults(const std::string& heading, const std::vector<st
     button_ = nullptr;
 }
 
-void PreviewOverlay::showNotice(const std::string& message, const std::string& buttonLabel, std::function<void()> onClick)
+void PreviewOverlay::showNotice(const std::string& message, const std::string& buttonLabel,
+                                std::function<void()> onClick)
 {
     setLines(message, {});
     sceneGraph_.clear();
@@ -106,7 +106,8 @@ void PreviewOverlay::showNotice(const std::string& message, const std::string& b
     button_->shape()->setFillColor(BUTTON_FILL);
     button_->setString(buttonLabel);
     // The label is centred on the button's origin: half a button below the last line.
-    button_->setPosition(PADDING + PADDING, TOP + PADDING + LINE_HEIGHT * static_cast<float>(lines_.size()) + BUTTON_ROOM / 2.f);
+    button_->setPosition(PADDING + PADDING,
+                         TOP + PADDING + LINE_HEIGHT * static_cast<float>(lines_.size()) + BUTTON_ROOM / 2.f);
     button_->setCallback(std::move(onClick));
 }
 

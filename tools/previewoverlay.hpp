@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/gui/scenegraph.hpp"
+#include <ryn/gui/scenegraph.hpp>
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RenderTarget.hpp>

@@ -1,6 +1,6 @@
 #include "previewpaths.hpp"
 
-#include "ryn/core/console.hpp"
+#include <ryn/core/console.hpp>
 
 #include <fstream>
 
@@ -19,8 +19,7 @@ std::vector<std::string> PreviewPaths::candidates(const std::string& executableD
 
 PreviewPaths::PreviewPaths(std::vector<std::string> candidates)
     : candidates_(std::move(candidates))
-{
-}
+{}
 
 std::string PreviewPaths::resourcesPath() const
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/pathmanager.hpp"
+#include <ryn/core/pathmanager.hpp>
 
 #include <string>
 #include <vector>

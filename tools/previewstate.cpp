@@ -1,17 +1,16 @@
 #include "previewstate.hpp"
 
-#include "storyplaces.hpp"
-
 #include "resourceids.hpp"
 #include "scene/diagnosticprinter.hpp"
 #include "scenemanager/fixedscenes.hpp"
 #include "stategame.hpp"
+#include "storyplaces.hpp"
 
-#include "ryn/core/components.hpp"
-#include "ryn/core/console.hpp"
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/resourcemanager.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/console.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/resourcemanager.hpp>
 
 #include <SFML/Graphics/RenderTexture.hpp>
 #include <SFML/Graphics/RenderWindow.hpp>
@@ -26,7 +25,8 @@ namespace
 {
 
 const char* const TOUCH = "touch";
-const char* const HEADING_WITH_STORY = "The story has a fault: the last version that could be played stays below. Save a fix to go on.";
+const char* const HEADING_WITH_STORY =
+    "The story has a fault: the last version that could be played stays below. Save a fix to go on.";
 const char* const HEADING_WITHOUT_STORY = "The story has a fault and cannot be played yet. Save a fix to go on.";
 
 std::string utf8(const sf::String& text)
@@ -79,8 +79,7 @@ PreviewState::PreviewState(PreviewOptions options)
     , options_(std::move(options))
     , watcher_(options_.directory)
     , overlay_(ryn::components().resourceManager()->font(FontId::Monofonto))
-{
-}
+{}
 
 PreviewState::~PreviewState() = default;
 
@@ -107,8 +106,7 @@ bool PreviewState::init()
 }
 
 void PreviewState::spareAction()
-{
-}
+{}
 
 void PreviewState::layout()
 {

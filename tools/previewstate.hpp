@@ -6,7 +6,7 @@
 #include "scenetrail.hpp"
 #include "storywatcher.hpp"
 
-#include "ryn/core/abstractstate.hpp"
+#include <ryn/core/abstractstate.hpp>
 
 #include <SFML/Graphics/Sprite.hpp>
 #include <SFML/System/Clock.hpp>

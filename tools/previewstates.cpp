@@ -7,8 +7,7 @@ namespace orane
 
 PreviewStates::PreviewStates(PreviewOptions options)
     : options_(std::move(options))
-{
-}
+{}
 
 PreviewStates::~PreviewStates() = default;
 
@@ -29,8 +28,7 @@ ryn::AbstractState* PreviewStates::spareState()
 }
 
 void PreviewStates::spareAction()
-{
-}
+{}
 
 void PreviewStates::updateLayout()
 {
@@ -39,7 +37,6 @@ void PreviewStates::updateLayout()
 }
 
 void PreviewStates::spareActionWith(int)
-{
-}
+{}
 
 } // namespace orane

@@ -2,7 +2,7 @@
 
 #include "previewoptions.hpp"
 
-#include "ryn/core/statemanager.hpp"
+#include <ryn/core/statemanager.hpp>
 
 #include <memory>
 

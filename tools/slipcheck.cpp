@@ -1,11 +1,10 @@
 #include "slipcheck.hpp"
+
 #include "editdistance.hpp"
-
-#include "tooltext.hpp"
-
 #include "scene/storytext.hpp"
 #include "scene/tokens.hpp"
 #include "scenemanager/textfile.hpp"
+#include "tooltext.hpp"
 
 #include <ryn/core/console.hpp>
 
@@ -105,7 +104,8 @@ std::vector<sf::String> SlipCheck::closestNames(const sf::String& missing) const
     std::vector<sf::String> closest;
     for (const sf::String& name : names_) {
         const std::u32string candidate = fold(name, false);
-        const std::size_t gap = wanted.size() > candidate.size() ? wanted.size() - candidate.size() : candidate.size() - wanted.size();
+        const std::size_t gap =
+            wanted.size() > candidate.size() ? wanted.size() - candidate.size() : candidate.size() - wanted.size();
         if (gap >= best)
             continue;
         const std::size_t distance = editDistance(wanted, candidate);
@@ -130,14 +130,18 @@ std::vector<StoryFinding> SlipCheck::findings() const
 
 void SlipCheck::checkLinks(std::vector<StoryFinding>& found) const
 {
-    const auto exists = [this](const sf::String& name) { return std::binary_search(names_.begin(), names_.end(), name); };
-    const auto suggest = [&](const std::string& file, const sf::String& scene, const sf::String& target, std::size_t line, std::size_t column) {
+    const auto exists = [this](const sf::String& name) {
+        return std::binary_search(names_.begin(), names_.end(), name);
+    };
+    const auto suggest = [&](const std::string& file, const sf::String& scene, const sf::String& target,
+                             std::size_t line, std::size_t column) {
         if (target.isEmpty() || exists(target))
             return;
         const std::vector<sf::String> closest = closestNames(target);
         if (closest.empty())
             return;
-        StoryFinding finding = slip(file, line, column, "no scene is named " + quoted(target) + "; did you mean " + nameList(closest) + "?");
+        StoryFinding finding = slip(
+            file, line, column, "no scene is named " + quoted(target) + "; did you mean " + nameList(closest) + "?");
         finding.scene = scene;
         found.push_back(std::move(finding));
     };
@@ -156,7 +160,8 @@ void SlipCheck::checkSuspectFiles(std::vector<StoryFinding>& found) const
     const std::vector<sf::String> lines = TextFile::load(suspectsPath).lines();
     std::vector<std::pair<std::string, sf::String>> entries;
     std::error_code error;
-    for (std::filesystem::directory_iterator entry(directory_, error), end; !error && entry != end; entry.increment(error)) {
+    for (std::filesystem::directory_iterator entry(directory_, error), end; !error && entry != end;
+         entry.increment(error)) {
         const std::string file = entry->path().filename().string();
         entries.emplace_back(file, sf::String::fromUtf8(file.begin(), file.end()));
     }
@@ -178,9 +183,10 @@ void SlipCheck::checkSuspectFiles(std::vector<StoryFinding>& found) const
             else if (fold(name, false) == fold(wanted, false))
                 how = "by letter case";
             if (!how.empty())
-                found.push_back(slip(suspectsPath, line, 0, "the file " + quoted(wanted) + " of suspect " + quoted(suspect)
-                                                                + " cannot be opened, but " + quoted(name)
-                                                                + " differs from it only " + how + ": rename one to match"));
+                found.push_back(slip(suspectsPath, line, 0,
+                                     "the file " + quoted(wanted) + " of suspect " + quoted(suspect)
+                                         + " cannot be opened, but " + quoted(name) + " differs from it only " + how
+                                         + ": rename one to match"));
         }
     }
 }
@@ -193,7 +199,8 @@ void SlipCheck::checkStars(std::vector<StoryFinding>& found) const
                 if (choice.beforeStar.isEmpty())
                     continue;
                 StoryFinding finding = slip(source.path(), choice.line, choice.column,
-                                            "a \"*\" inside a sentence: the game takes this line for a choice, and what follows for its answer");
+                                            "a \"*\" inside a sentence: the game takes this line for a choice, and "
+                                            "what follows for its answer");
                 finding.scene = scene.name;
                 found.push_back(std::move(finding));
             }

@@ -1,12 +1,11 @@
 #include "sourcetext.hpp"
+
 #include "editdistance.hpp"
-
 #include "letters.hpp"
-#include "tooltext.hpp"
-
 #include "scene/storytext.hpp"
 #include "scene/tokens.hpp"
 #include "scenemanager/textfile.hpp"
+#include "tooltext.hpp"
 
 #include <algorithm>
 
@@ -141,16 +140,19 @@ void SourceText::readComment(const sf::String& line, std::size_t number)
     if (word.empty() || colon >= line.getSize() || line[colon] != U':')
         return;
     std::string lower = word;
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     const bool nearSets = editDistance(lower, std::string("sets")) <= 1;
     const bool nearNeeds = editDistance(lower, std::string("needs")) <= 1;
     if (!nearSets && !nearNeeds)
         return;
-    const bool wellFormed = (word == "sets" || word == "needs") && wordStart == 2 && line[1] == U' ' && colon == wordEnd;
+    const bool wellFormed =
+        (word == "sets" || word == "needs") && wordStart == 2 && line[1] == U' ' && colon == wordEnd;
     if (!wellFormed) {
         const std::string meant = nearSets ? "# sets:" : "# needs:";
-        annotationWarning(number, 1, "this comment looks like a misspelt fact annotation; write \"" + meant
-                                         + " fact_a, fact_b\" (it is read as a plain comment)");
+        annotationWarning(number, 1,
+                          "this comment looks like a misspelt fact annotation; write \"" + meant
+                              + " fact_a, fact_b\" (it is read as a plain comment)");
         return;
     }
     if (!inScene_) {
@@ -180,12 +182,17 @@ void SourceText::readFactList(const sf::String& line, std::size_t start, bool se
             facts.push_back(Fact{name, number, first + 1});
             any = true;
         } else if (!name.isEmpty() || end < line.getSize()) {
-            annotationWarning(number, first + 1, quoted(name) + " is not a fact name: a fact is written with letters, digits and _, and facts are separated by commas");
+            annotationWarning(number, first + 1,
+                              quoted(name)
+                                  + " is not a fact name: a fact is written with letters, digits and _, and facts are "
+                                    "separated by commas");
         }
         index = end + 1;
     }
     if (!any)
-        annotationWarning(number, 1, std::string("this annotation names no fact: write \"# ") + (sets ? "sets" : "needs") + ": fact_a, fact_b\"");
+        annotationWarning(number, 1,
+                          std::string("this annotation names no fact: write \"# ") + (sets ? "sets" : "needs")
+                              + ": fact_a, fact_b\"");
 }
 
 void SourceText::annotationWarning(std::size_t number, std::size_t column, const std::string& message)
@@ -208,7 +215,8 @@ void SourceText::finishScene()
         return;
     std::vector<TextLine>& texts = scenes_.back().texts;
     for (const TextLine::KIND kind : {TextLine::KIND::ORANE, TextLine::KIND::NATHAN}) {
-        const auto last = std::find_if(texts.rbegin(), texts.rend(), [kind](const TextLine& text) { return text.kind == kind; });
+        const auto last =
+            std::find_if(texts.rbegin(), texts.rend(), [kind](const TextLine& text) { return text.kind == kind; });
         if (last != texts.rend())
             last->endsPage = true;
     }

@@ -1,23 +1,20 @@
 #include "spellingcheck.hpp"
 
 #include "letters.hpp"
-#include "tooltext.hpp"
-
 #include "scene/storytext.hpp"
 #include "scenemanager/textfile.hpp"
-
-#include <hunspell/hunspell.hxx>
-
-#include <sys/stat.h>
-#include <unistd.h>
+#include "tooltext.hpp"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <hunspell/hunspell.hxx>
 #include <iterator>
 #include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace orane
 {
@@ -39,7 +36,8 @@ bool isJoiner(sf::Uint32 c)
 
 std::string fileStamp(const std::string& path)
 {
-    struct stat status{};
+    struct stat status
+    {};
     if (stat(path.c_str(), &status) != 0)
         return "none";
     return std::to_string(status.st_size) + "." + std::to_string(status.st_mtim.tv_sec);
@@ -99,7 +97,8 @@ SpellingCheck::SpellingCheck(std::string dictionaryDirectory, const std::string&
         wordList_.insert(line.substr(start));
     }
     cacheKey_ = "orane-story spelling 2 " + fileStamp(dictionaryDirectory_ + "fr.aff") + " "
-                + fileStamp(dictionaryDirectory_ + "fr.dic") + " " + std::to_string(std::hash<std::string>()(wordListText_));
+                + fileStamp(dictionaryDirectory_ + "fr.dic") + " "
+                + std::to_string(std::hash<std::string>()(wordListText_));
     readCache();
 }
 
@@ -142,7 +141,8 @@ bool SpellingCheck::loadDictionary()
     static std::map<std::string, std::shared_ptr<Hunspell>> loaded;
     std::shared_ptr<Hunspell>& shared = loaded[dictionaryDirectory_ + '\n' + wordListText_];
     if (!shared) {
-        shared = std::make_shared<Hunspell>((dictionaryDirectory_ + "fr.aff").c_str(), (dictionaryDirectory_ + "fr.dic").c_str());
+        shared = std::make_shared<Hunspell>((dictionaryDirectory_ + "fr.aff").c_str(),
+                                            (dictionaryDirectory_ + "fr.dic").c_str());
         // Names take the forms a French proper name takes ("d’Aymar", "l’abbé Sarrazin").
         for (const std::string& word : wordList_)
             shared->add_with_affix(word, "Paris");
@@ -291,7 +291,10 @@ std::vector<StoryFinding> SpellingCheck::findings(const std::vector<SourceText>&
                     if (!suggestions.empty()) {
                         finding.message += "; did you mean ";
                         for (std::size_t s = 0; s < suggestions.size(); ++s)
-                            finding.message += (s == 0 ? "" : s + 1 == suggestions.size() ? " or " : ", ") + quoted(suggestions[s]);
+                            finding.message += (s == 0                        ? ""
+                                                : s + 1 == suggestions.size() ? " or "
+                                                                              : ", ")
+                                               + quoted(suggestions[s]);
                         finding.message += "?";
                     }
                     finding.suggestions = std::move(suggestions);

@@ -1,14 +1,12 @@
 #include "storychecker.hpp"
 
 #include "findingsjson.hpp"
+#include "scene/diagnosticprinter.hpp"
+#include "scene/tokens.hpp"
+#include "scenemanager/fixedscenes.hpp"
 #include "storygraph.hpp"
 #include "storyplaces.hpp"
 #include "tooltext.hpp"
-
-#include "scene/diagnosticprinter.hpp"
-#include "scene/tokens.hpp"
-
-#include "scenemanager/fixedscenes.hpp"
 
 #include <ryn/core/console.hpp>
 
@@ -44,8 +42,7 @@ StoryChecker::StoryChecker(const LoadedStory& story, PageMeasure* measure, std::
     : story_(story)
     , measure_(measure)
     , unmeasuredReason_(std::move(unmeasuredReason))
-{
-}
+{}
 
 int StoryChecker::run()
 {
@@ -90,8 +87,11 @@ void StoryChecker::reportGameDiagnostic(const Diagnostic& diagnostic)
     // The loader's closing line only repeats that the scene above could not be read.
     const bool counts = !warns && diagnostic.kind != Diagnostic::KIND::SCENE_NOT_READ;
     if (format_ == FORMAT::JSON) {
-        StoryFinding record = recordAt(place, warns ? StoryFinding::SEVERITY::WARNING
-                                              : counts ? StoryFinding::SEVERITY::ERROR : StoryFinding::SEVERITY::NOTE, "game");
+        StoryFinding record = recordAt(place,
+                                       warns    ? StoryFinding::SEVERITY::WARNING
+                                       : counts ? StoryFinding::SEVERITY::ERROR
+                                                : StoryFinding::SEVERITY::NOTE,
+                                       "game");
         for (std::size_t index = 0; index < lines.size(); ++index)
             record.message += (index == 0 ? "" : "\n") + lines[index];
         records_.push_back(std::move(record));
@@ -117,7 +117,8 @@ void StoryChecker::checkSuspectNames()
             continue;
         }
         if (name[0] == 0xFEFF)
-            warning(place, "suspect " + quoted(name) + " starts with a byte-order mark: save suspects.ini as UTF-8 without BOM");
+            warning(place, "suspect " + quoted(name)
+                               + " starts with a byte-order mark: save suspects.ini as UTF-8 without BOM");
         bool unsafe = name == sf::String(L".") || name == sf::String(L"..");
         for (sf::Uint32 c : name)
             unsafe = unsafe || isUnsafeInFileName(c);
@@ -136,8 +137,8 @@ void StoryChecker::checkDuplicates()
     }
     for (const sf::String& composed : {HUB_SCENE_NAME, ARREST_SCENE_NAME}) {
         if (story.findSource(composed) != nullptr)
-            warning(scenePlace(composed), "scene " + quoted(composed)
-                                              + " is composed by the game: its text and choices here are replaced");
+            warning(scenePlace(composed),
+                    "scene " + quoted(composed) + " is composed by the game: its text and choices here are replaced");
     }
 }
 
@@ -155,7 +156,8 @@ void StoryChecker::checkReachability()
     for (const auto& entry : story.scenes()) {
         const sf::String& name = entry.first;
         if (story.findSource(name) != nullptr && reached.count(name) == 0)
-            warning(scenePlace(name), "scene " + quoted(name) + " is never reached: no path from \"begin\" leads to it");
+            warning(scenePlace(name),
+                    "scene " + quoted(name) + " is never reached: no path from \"begin\" leads to it");
     }
     reportDeadEnds(graph, graph.reachingAnEnding());
 }
@@ -200,8 +202,9 @@ void StoryChecker::reportDeadEnds(const StoryGraph& graph, const std::set<sf::St
         std::string list;
         for (const sf::String& name : scenes)
             list += (list.empty() ? "" : ", ") + quoted(name);
-        warning(scenePlace(scenes[0]), "no ending can be reached from scenes " + list
-                                           + ", in the order play meets them: no path leads from them to \"end\" or \"game_over\"");
+        warning(scenePlace(scenes[0]),
+                "no ending can be reached from scenes " + list
+                    + ", in the order play meets them: no path leads from them to \"end\" or \"game_over\"");
     }
 }
 
@@ -250,12 +253,12 @@ void StoryChecker::checkScenePages(const Scene& scene, const std::string& place,
         const float width = measure_->buttonWidth(labels[index]);
         if (width <= area.x)
             continue;
-        const std::string labelPlace = !composed && !scene.name.isEmpty()
-                                           ? storyplaces::choicePlace(story_.story(), scene.name, index, story_.directory())
-                                           : place;
-        warning(labelPlace, "choice " + std::to_string(index) + " of " + what + ", " + quoted(labels[index])
-                                + ", is " + pixels(width) + " wide as a button; Nathan's text column is "
-                                + pixels(area.x));
+        const std::string labelPlace =
+            !composed && !scene.name.isEmpty()
+                ? storyplaces::choicePlace(story_.story(), scene.name, index, story_.directory())
+                : place;
+        warning(labelPlace, "choice " + std::to_string(index) + " of " + what + ", " + quoted(labels[index]) + ", is "
+                                + pixels(width) + " wide as a button; Nathan's text column is " + pixels(area.x));
     }
 }
 

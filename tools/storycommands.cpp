@@ -18,16 +18,15 @@
 #include <ryn/core/assert.hpp>
 #include <ryn/core/console.hpp>
 
-#include <unistd.h>
-
 #include <array>
 #include <climits>
-#include <map>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
-#include <cstdlib>
+#include <map>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace orane
@@ -63,7 +62,8 @@ std::string executablePath()
 int check(const std::string& directory, AuthorCheckOptions options, StoryChecker::FORMAT format)
 {
     const LoadedStory story(directory);
-    const std::array<std::string, 2> fonts = PageMeasure::fontFiles(PageMeasure::fontDirectories(executableDirectory()));
+    const std::array<std::string, 2> fonts =
+        PageMeasure::fontFiles(PageMeasure::fontDirectories(executableDirectory()));
     options.oraneFont = fonts[0];
     options.nathanFont = fonts[1];
     options.spellingCache = SpellingCheck::defaultCacheFile();
@@ -110,8 +110,8 @@ void reportEndings(const StoryWalker::Exploration& found)
             continue;
         }
         ryn::console::writeLine("ending " + quoted(ending) + ": reached in " + std::to_string(found.endings.at(ending))
-                                + " states; shortest path, " + std::to_string(paths->second.size()) + " choices: "
-                                + labels(paths->second));
+                                + " states; shortest path, " + std::to_string(paths->second.size())
+                                + " choices: " + labels(paths->second));
     }
 }
 
@@ -122,10 +122,10 @@ void reportDeadEnds(const StoryWalker& walker, const StoryWalker::Exploration& f
         for (const sf::String& scene : deadEnd.scenes)
             scenes += (scenes.empty() ? "" : ", ") + quoted(scene);
         const std::string place = storyplaces::scenePlace(walker.story(), deadEnd.scenes.front(), walker.directory());
-        ryn::console::writeLine(place + ": error: no ending can be reached from scene"
-                                + (deadEnd.scenes.size() == 1 ? " " : "s ") + scenes + " (" + std::to_string(deadEnd.states)
-                                + (deadEnd.states == 1 ? " state" : " states") + "), first " + walker.describe(deadEnd.first)
-                                + "; reached by " + labels(deadEnd.path));
+        ryn::console::writeLine(
+            place + ": error: no ending can be reached from scene" + (deadEnd.scenes.size() == 1 ? " " : "s ") + scenes
+            + " (" + std::to_string(deadEnd.states) + (deadEnd.states == 1 ? " state" : " states") + "), first "
+            + walker.describe(deadEnd.first) + "; reached by " + labels(deadEnd.path));
     }
 }
 
@@ -135,7 +135,8 @@ void reportUntakenChoices(const StoryWalker& walker, const StoryWalker::Explorat
     for (const StoryWalker::ChoiceRef& choice : walker.untakenChoices(found)) {
         const Scene& scene = story.scenes().at(choice.scene);
         ryn::console::writeLine(storyplaces::choicePlace(story, choice.scene, choice.index, walker.directory())
-                                + ": warning: choice " + std::to_string(choice.index) + " of scene " + quoted(choice.scene) + ", "
+                                + ": warning: choice " + std::to_string(choice.index) + " of scene "
+                                + quoted(choice.scene) + ", "
                                 + quoted(oneLine(scene.choices[choice.index].briefDescription)) + ", is never taken");
     }
 }
@@ -163,7 +164,8 @@ std::size_t proveFacts(const StoryWalker& walker)
         std::string list;
         for (const sf::String& fact : facts)
             list += (list.empty() ? "" : ", ") + utf8(fact);
-        ryn::console::writeLine("facts known on every path to " + quoted(ending) + ": " + (list.empty() ? "none" : list));
+        ryn::console::writeLine("facts known on every path to " + quoted(ending) + ": "
+                                + (list.empty() ? "none" : list));
     }
     return errors;
 }
@@ -174,7 +176,8 @@ int walk(const std::string& directory)
     if (!storyLoads(walker, directory))
         return 1;
     const StoryWalker::Exploration found = walker.explore();
-    ryn::console::writeLine("states: " + std::to_string(found.states) + ", choices taken: " + std::to_string(found.choicesTaken));
+    ryn::console::writeLine("states: " + std::to_string(found.states)
+                            + ", choices taken: " + std::to_string(found.choicesTaken));
     if (!found.complete)
         ryn::console::writeLine("note: the walk stopped at " + std::to_string(found.states)
                                 + " states, before it had seen them all; what follows holds for those states only");
@@ -184,12 +187,12 @@ int walk(const std::string& directory)
         reportUntakenChoices(walker, found);
     const bool endReached = found.shortestPaths.count(END_SCENE_NAME) > 0;
     const bool sound = endReached && found.stuckStates == 0;
-    std::string verdict = sound ? "every state can end and \"end\" is reachable"
+    std::string verdict = sound         ? "every state can end and \"end\" is reachable"
                           : !endReached ? "\"end\" is never reached"
                                         : std::to_string(found.stuckStates) + " states cannot end";
     if (!found.complete)
-        verdict = "stopped early, after " + std::to_string(found.states) + " states: "
-                  + (sound ? "no state seen is stuck and \"end\" is reachable" : verdict)
+        verdict = "stopped early, after " + std::to_string(found.states)
+                  + " states: " + (sound ? "no state seen is stuck and \"end\" is reachable" : verdict)
                   + "; the states beyond were not explored, so more may be stuck";
     const std::size_t missedNeeds = proveFacts(walker);
     if (missedNeeds > 0)
@@ -211,7 +214,8 @@ int walkRandomly(const std::string& directory, std::size_t count, std::uint64_t 
                             + ", still going after 10000 choices: " + std::to_string(play.unfinished));
     if (count > 0)
         ryn::console::writeLine("  choices per playthrough: fewest " + std::to_string(play.fewestChoices) + ", mean "
-                                + std::to_string(play.totalChoices / count) + ", most " + std::to_string(play.mostChoices));
+                                + std::to_string(play.totalChoices / count) + ", most "
+                                + std::to_string(play.mostChoices));
     ryn::console::writeLine("visits per scene:");
     std::vector<std::pair<std::size_t, sf::String>> byVisits;
     for (const auto& [scene, visits] : play.visits)
@@ -223,8 +227,9 @@ int walkRandomly(const std::string& directory, std::size_t count, std::uint64_t 
         ryn::console::writeLine(number + "  " + utf8(scene));
     }
     const bool allEnded = play.stuck == 0 && play.unfinished == 0;
-    ryn::console::writeLine(std::string("orane-story walk: ") + (allEnded ? "every playthrough reached an ending"
-                            : std::to_string(play.stuck + play.unfinished) + " playthroughs did not end"));
+    ryn::console::writeLine(std::string("orane-story walk: ")
+                            + (allEnded ? "every playthrough reached an ending"
+                                        : std::to_string(play.stuck + play.unfinished) + " playthroughs did not end"));
     return allEnded ? 0 : 1;
 }
 

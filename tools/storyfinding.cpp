@@ -9,12 +9,9 @@ namespace orane
 std::string severityName(StoryFinding::SEVERITY severity)
 {
     switch (severity) {
-    case StoryFinding::SEVERITY::ERROR:
-        return "error";
-    case StoryFinding::SEVERITY::WARNING:
-        return "warning";
-    case StoryFinding::SEVERITY::NOTE:
-        return "note";
+    case StoryFinding::SEVERITY::ERROR: return "error";
+    case StoryFinding::SEVERITY::WARNING: return "warning";
+    case StoryFinding::SEVERITY::NOTE: return "note";
     }
     return "note";
 }

@@ -65,8 +65,7 @@ std::map<sf::String, bool> noneInvestigated(const Story& story)
 
 StoryGraph::StoryGraph(const Story& story)
     : StoryGraph(story.scenes(), noneInvestigated(story))
-{
-}
+{}
 
 std::vector<sf::String> StoryGraph::inPlayOrder(const std::set<sf::String>& names) const
 {
@@ -108,8 +107,8 @@ void StoryGraph::composeSpecialEdges(const std::map<sf::String, bool>& suspects)
     // The labels are the ones the game composes.
     std::size_t index = 0;
     for (const auto& suspect : suspects)
-        addEdge(Edge{HUB_SCENE_NAME, suspect.first + SUSPECT_BEGIN_SUFFIX, Edge::KIND::COMPOSED,
-                     L"le " + suspect.first, index++});
+        addEdge(Edge{HUB_SCENE_NAME, suspect.first + SUSPECT_BEGIN_SUFFIX, Edge::KIND::COMPOSED, L"le " + suspect.first,
+                     index++});
     addEdge(Edge{HUB_SCENE_NAME, ARREST_SCENE_NAME, Edge::KIND::COMPOSED, L"Je pense avoir mon coupable.", index});
     addEdge(Edge{ARREST_SCENE_NAME, HUB_SCENE_NAME, Edge::KIND::COMPOSED, L"Je ne sais pas encore.", 0});
     index = 1;

@@ -1,10 +1,9 @@
 #include "storymap.hpp"
 
-#include "storygraph.hpp"
-#include "tooltext.hpp"
-
 #include "scene/tokens.hpp"
 #include "scenemanager/fixedscenes.hpp"
+#include "storygraph.hpp"
+#include "tooltext.hpp"
 
 #include <map>
 #include <sstream>
@@ -67,8 +66,7 @@ const char* specialStyle(const sf::String& name)
 
 StoryMap::StoryMap(const LoadedStory& story)
     : story_(story)
-{
-}
+{}
 
 std::string StoryMap::dot() const
 {
@@ -105,7 +103,8 @@ std::string StoryMap::dot() const
             << (notRead ? "        style=\"filled,dashed\"; color=red; fillcolor=gray92; fontcolor=red;\n"
                         : "        style=filled; color=gray92;\n");
         if (names.empty())
-            out << "        " << dotString("(not read) " + fileNameOf(file)) << " [label=\"(not read)\", shape=plaintext];\n";
+            out << "        " << dotString("(not read) " + fileNameOf(file))
+                << " [label=\"(not read)\", shape=plaintext];\n";
         for (const sf::String& name : names) {
             out << "        " << dotString(utf8(name));
             if (name == START_SCENE_NAME)

@@ -1,12 +1,11 @@
 #include "storywalker.hpp"
 
-#include "tooltext.hpp"
-
 #include "scene/diagnosticprinter.hpp"
 #include "scene/tokens.hpp"
 #include "scenemanager/diskstorysource.hpp"
 #include "scenemanager/fixedscenes.hpp"
 #include "scenemanager/storyloader.hpp"
+#include "tooltext.hpp"
 
 #include <algorithm>
 #include <deque>
@@ -42,8 +41,7 @@ struct StoryWalker::Search
         , result(found)
         , shown(story.sceneCount(), false)
         , taken(story.sceneCount())
-    {
-    }
+    {}
 
     void reachEveryState(std::size_t stateLimit)
     {
@@ -309,8 +307,8 @@ std::string StoryWalker::describe(const PlayPosition& position) const
         if (position.investigated.contains(suspect))
             visited += (visited.empty() ? "" : ", ") + utf8(story_.suspects()[suspect]);
     }
-    return "at " + quoted(story_.sceneName(position.scene)) + ", suspects investigated: "
-           + (visited.empty() ? "none" : visited)
+    return "at " + quoted(story_.sceneName(position.scene))
+           + ", suspects investigated: " + (visited.empty() ? "none" : visited)
            + (PlayRules(story_).isFirstHubPending(position) ? ", hub not yet seen" : "");
 }
 

@@ -1,10 +1,9 @@
 #include "storywatcher.hpp"
 
-#include <sys/inotify.h>
-#include <unistd.h>
-
 #include <array>
 #include <cstring>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace orane
 {

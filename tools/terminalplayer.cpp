@@ -1,8 +1,7 @@
 #include "terminalplayer.hpp"
 
-#include "tooltext.hpp"
-
 #include "scene/tokens.hpp"
+#include "tooltext.hpp"
 
 #include <ryn/core/console.hpp>
 
@@ -77,7 +76,8 @@ void TerminalPlayer::onGameOver()
 void TerminalPlayer::showScene(const Scene& scene)
 {
     ryn::console::writeLine("");
-    ryn::console::writeLine("======== " + (scene.name.isEmpty() ? utf8(sceneManager_.currentSceneName()) : utf8(scene.name)));
+    ryn::console::writeLine("======== "
+                            + (scene.name.isEmpty() ? utf8(sceneManager_.currentSceneName()) : utf8(scene.name)));
     printWriting("Orane:", scene.oraneText);
     printWriting("Nathan:", scene.nathanText);
 }
@@ -91,7 +91,8 @@ int TerminalPlayer::askChoice(const Scene& scene)
 {
     const std::size_t count = scene.choices.size();
     for (std::size_t index = 0; index < count; ++index)
-        ryn::console::writeLine("  " + std::to_string(index + 1) + ". " + oneLine(scene.choices[index].briefDescription));
+        ryn::console::writeLine("  " + std::to_string(index + 1) + ". "
+                                + oneLine(scene.choices[index].briefDescription));
     while (true) {
         ryn::console::write("> ");
         std::string answer;

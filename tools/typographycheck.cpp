@@ -89,8 +89,8 @@ std::vector<StoryFinding> TypographyCheck::findings() const
     return found;
 }
 
-void TypographyCheck::checkLine(const std::string& file, const SourceText::Scene& scene, const SourceText::TextLine& text,
-                                std::vector<StoryFinding>& found) const
+void TypographyCheck::checkLine(const std::string& file, const SourceText::Scene& scene,
+                                const SourceText::TextLine& text, std::vector<StoryFinding>& found) const
 {
     const sf::String& line = text.text;
     const std::size_t size = line.getSize();
@@ -130,14 +130,15 @@ void TypographyCheck::checkLine(const std::string& file, const SourceText::Scene
         report(first, "the page ends on a line of punctuation alone: join it to the line before");
 }
 
-void TypographyCheck::checkQuotes(const std::string& file, const SourceText::Scene& scene, std::vector<StoryFinding>& found) const
+void TypographyCheck::checkQuotes(const std::string& file, const SourceText::Scene& scene,
+                                  std::vector<StoryFinding>& found) const
 {
     // Quotes pair up within one page (a paragraph may go on inside them), or within one answer.
     const auto pageOf = [](const SourceText::TextLine& text) {
-        return text.kind == SourceText::TextLine::KIND::ORANE ? std::size_t{0}
+        return text.kind == SourceText::TextLine::KIND::ORANE    ? std::size_t{0}
                : text.kind == SourceText::TextLine::KIND::NATHAN ? std::size_t{1}
-               : text.kind == SourceText::TextLine::KIND::LABEL ? 2 + 2 * text.choice
-                                                                  : 3 + 2 * text.choice;
+               : text.kind == SourceText::TextLine::KIND::LABEL  ? 2 + 2 * text.choice
+                                                                 : 3 + 2 * text.choice;
     };
     struct Open
     {
@@ -160,7 +161,8 @@ void TypographyCheck::checkQuotes(const std::string& file, const SourceText::Sce
     }
     for (const auto& [page, stack] : open) {
         for (const Open& unclosed : stack)
-            found.push_back(typography(file, scene, unclosed.line, unclosed.column, "a \"«\" that no \"»\" closes on its page"));
+            found.push_back(
+                typography(file, scene, unclosed.line, unclosed.column, "a \"«\" that no \"»\" closes on its page"));
     }
 }
 

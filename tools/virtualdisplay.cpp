@@ -1,6 +1,7 @@
 #include "virtualdisplay.hpp"
 
 #include <X11/Xlib.h>
+
 #include <cstdlib>
 #include <unistd.h>
 

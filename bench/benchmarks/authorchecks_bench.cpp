@@ -2,12 +2,10 @@
 // generated 10,000-scene story and over our own story (story already loaded: the loader has its
 // own benchmark). Spelling is measured with its verdicts cached, as every check after the first.
 
-#include "temporarystory.hpp"
-
 #include "authorchecks.hpp"
-#include "spellingcheck.hpp"
-
 #include "scenemanager/scenemanager.hpp"
+#include "spellingcheck.hpp"
+#include "temporarystory.hpp"
 
 #include <benchmark/benchmark.h>
 
@@ -22,7 +20,8 @@ namespace
 struct LoadedForChecks
 {
     explicit LoadedForChecks(const std::string& directory)
-        : cache(std::string(ORANE_BINARY_DIR) + "/bench-spelling-" + std::to_string(std::hash<std::string>()(directory)) + ".cache")
+        : cache(std::string(ORANE_BINARY_DIR) + "/bench-spelling-" + std::to_string(std::hash<std::string>()(directory))
+                + ".cache")
     {
         manager.setNewSceneCallback([](const orane::Scene&) {});
         manager.setChoiceAppliedCallback([](const orane::Choice&) {});

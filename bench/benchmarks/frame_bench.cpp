@@ -3,14 +3,12 @@
 // wall clock: with software rendering under Xvfb much of a frame is spent outside the process.
 
 #include "gamedriver.hpp"
-
 #include "stategame.hpp"
 
 #include <benchmark/benchmark.h>
 
-#include <sys/resource.h>
-
 #include <memory>
+#include <sys/resource.h>
 
 namespace orane::bench
 {
@@ -35,7 +33,9 @@ double processCpuMs()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    const auto ms = [](const timeval& time) { return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3; };
+    const auto ms = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+    };
     return ms(usage.ru_utime) + ms(usage.ru_stime);
 }
 

@@ -3,23 +3,23 @@
 #include "oraneapp.hpp"
 #include "stategame.hpp"
 
-#include "ryn/core/assert.hpp"
-#include "ryn/core/components.hpp"
-#include "ryn/core/console.hpp"
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/inputprocessor.hpp"
-#include "ryn/core/statemanager.hpp"
-#include "ryn/gui/shapeshifterpushbuttonnode.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/components.hpp>
+#include <ryn/core/console.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/inputprocessor.hpp>
+#include <ryn/core/statemanager.hpp>
+#include <ryn/gui/shapeshifterpushbuttonnode.hpp>
 
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Window/Mouse.hpp>
 
 #include <codecvt>
-#include <utility>
 #include <locale>
 #include <stdexcept>
 #include <unistd.h>
+#include <utility>
 
 namespace orane::bench
 {
@@ -91,8 +91,7 @@ void GameDriver::frame()
 
 void GameDriver::pointAt(sf::Vector2f position)
 {
-    sf::Mouse::setPosition(sf::Vector2i(static_cast<int>(position.x), static_cast<int>(position.y)),
-                           window());
+    sf::Mouse::setPosition(sf::Vector2i(static_cast<int>(position.x), static_cast<int>(position.y)), window());
 }
 
 bool GameDriver::settle(int limit)

@@ -1,8 +1,7 @@
 // Loading and checking a whole generated story from disk, as the play state does at start-up.
 
-#include "temporarystory.hpp"
-
 #include "scenemanager/scenemanager.hpp"
+#include "temporarystory.hpp"
 
 #include <benchmark/benchmark.h>
 

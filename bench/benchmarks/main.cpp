@@ -1,11 +1,11 @@
 // orane-bench: Google Benchmark's own main, then the game (if a benchmark started it) closed
 // while SFML can still release its window.
 
+#include "gamedriver.hpp"
+
 #include <benchmark/benchmark.h>
 
 #include <memory>
-
-#include "gamedriver.hpp"
 namespace orane::bench
 {
 std::unique_ptr<GameDriver>& sharedGame();

@@ -1,9 +1,8 @@
 // The notebook's line breaker against the literal quadratic algorithm it replaces, on French
 // prose set in Nathan's hand on a page of the default width.
 
-#include "frenchprose.hpp"
-
 #include "book/linebreaker.hpp"
+#include "frenchprose.hpp"
 #include "referencelinebreaker.hpp"
 
 #include <SFML/Graphics/Font.hpp>
@@ -47,8 +46,8 @@ bool breakersAgree(const sf::String& text, const sf::Font& font)
     const auto known = agreement.find(text.getSize());
     if (known != agreement.end())
         return known->second;
-    const bool same = orane::breakLines(text, font, CHARACTER_SIZE, MAX_WIDTH) ==
-                      orane::breakLinesReference(text, font, CHARACTER_SIZE, MAX_WIDTH);
+    const bool same = orane::breakLines(text, font, CHARACTER_SIZE, MAX_WIDTH)
+                      == orane::breakLinesReference(text, font, CHARACTER_SIZE, MAX_WIDTH);
     agreement[text.getSize()] = same;
     return same;
 }

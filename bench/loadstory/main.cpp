@@ -5,7 +5,7 @@
 
 #include "scenemanager/scenemanager.hpp"
 
-#include "ryn/core/console.hpp"
+#include <ryn/core/console.hpp>
 
 #include <chrono>
 #include <cstdio>
@@ -13,8 +13,7 @@
 
 int main(int argc, char** argv)
 {
-    std::string directory =
-        argc > 1 ? argv[1] : orane::SceneManager::DEFAULT_STORIES_DIRECTORY;
+    std::string directory = argc > 1 ? argv[1] : orane::SceneManager::DEFAULT_STORIES_DIRECTORY;
     if (!directory.empty() && directory.back() != '/')
         directory += '/';
 
@@ -31,9 +30,8 @@ int main(int argc, char** argv)
 
     char milliseconds[32];
     std::snprintf(milliseconds, sizeof milliseconds, "%.1f", loading.count());
-    ryn::console::writeLine(std::to_string(manager.scenes().size()) + " scenes, " +
-                            std::to_string(manager.suspectsVisited().size()) + " suspects, " +
-                            std::to_string(scenesShown) + " shown at start; loaded in " +
-                            milliseconds + " ms");
+    ryn::console::writeLine(std::to_string(manager.scenes().size()) + " scenes, "
+                            + std::to_string(manager.suspectsVisited().size()) + " suspects, "
+                            + std::to_string(scenesShown) + " shown at start; loaded in " + milliseconds + " ms");
     return 0;
 }

@@ -2,13 +2,11 @@
 // that is of the first buffer swap, into the file named by ORANE_FIRST_FRAME_FILE.
 
 #include <GL/glx.h>
-
-#include <dlfcn.h>
-
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <dlfcn.h>
 
 namespace
 {

@@ -25,13 +25,12 @@ std::string knot(const std::string& name)
     return "=== " + name + " ===\n";
 }
 
-std::string choice(const char* mark, const std::string& condition, const std::string& label,
-                   const std::string& text, const std::string& target)
+std::string choice(const char* mark, const std::string& condition, const std::string& label, const std::string& text,
+                   const std::string& target)
 {
     // The divert on a line of its own: at the end of the text line it would glue the next
     // scene's first line to this one.
-    return std::string(mark) + ' ' + condition + '[' + label + "] " + text + "\n    -> " +
-           target + '\n';
+    return std::string(mark) + ' ' + condition + '[' + label + "] " + text + "\n    -> " + target + '\n';
 }
 
 std::string sceneText(const PlannedScene& scene)
@@ -53,10 +52,9 @@ std::string hubText(const StoryPlan& plan)
     std::string text = knot("hub") + HUB_TEXT + '\n';
     // A once-only choice disappears once taken, as a visited suspect leaves the hub.
     for (const std::string& suspect : plan.suspects)
-        text += choice("*", "", "le " + suspect, "Je vais partir sur le " + suspect,
-                       suspect + "_begin");
-    text += choice("+", "{hub > 1} ", "Je pense avoir mon coupable.",
-                   "Je peux peut être confondre le coupable", "arrest");
+        text += choice("*", "", "le " + suspect, "Je vais partir sur le " + suspect, suspect + "_begin");
+    text +=
+        choice("+", "{hub > 1} ", "Je pense avoir mon coupable.", "Je peux peut être confondre le coupable", "arrest");
     return text + '\n';
 }
 
@@ -67,8 +65,8 @@ std::string arrestText(const StoryPlan& plan)
                    "Je ne peux vous donner de nom, il faut que je continue d'enquêter", "hub");
     // Only the suspects already investigated can be named.
     for (const std::string& suspect : plan.suspects)
-        text += choice("+", "{" + suspect + "_begin} ", "le " + suspect,
-                       "Je pense que notre lascard est le " + suspect, suspect + "_arrest");
+        text += choice("+", "{" + suspect + "_begin} ", "le " + suspect, "Je pense que notre lascard est le " + suspect,
+                       suspect + "_arrest");
     return text + '\n';
 }
 

@@ -82,7 +82,8 @@ bool OraneStoryWriter::write(const StoryPlan& plan, const std::string& directory
         suspects += suspect + '\n';
     bool written = writeFile(root / "suspects.ini", suspects);
     // The proper names of the generated prose, for the spelling check.
-    written = writeFile(root / "lexique.txt", "# Noms propres\nAubry\nBréval\nCastagne\nLepic\nMouffetard\n") && written;
+    written =
+        writeFile(root / "lexique.txt", "# Noms propres\nAubry\nBréval\nCastagne\nLepic\nMouffetard\n") && written;
     for (const PlannedFile& file : plan.files)
         written = writeFile(root / file.fileName, fileText(file)) && written;
     return written;

@@ -53,8 +53,8 @@ PlannedChoice choiceTo(const std::string& target, FrenchProse& prose)
 // A run of scenes played in order. Each goes on to the next one, either by FORWARD or by a
 // first choice, while its second choice skips one scene ahead; the last one leaves through
 // the two exits.
-void chain(const std::vector<std::string>& names, const std::string& exitA,
-           const std::string& exitB, FrenchProse& prose, std::vector<PlannedScene>& scenes)
+void chain(const std::vector<std::string>& names, const std::string& exitA, const std::string& exitB,
+           FrenchProse& prose, std::vector<PlannedScene>& scenes)
 {
     const std::size_t last = names.size() - 1;
     for (std::size_t i = 0; i <= last; ++i) {
@@ -84,8 +84,7 @@ PlannedScene arrestScene(const std::string& suspect, FrenchProse& prose)
 StoryPlanner::StoryPlanner(std::uint32_t seed, int suspects)
     : seed_(seed)
     , suspects_(std::max(1, suspects))
-{
-}
+{}
 
 StoryPlan StoryPlanner::plan(int sceneCount) const
 {

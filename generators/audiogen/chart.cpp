@@ -20,15 +20,21 @@ const Chord E_HALF_DIMINISHED{"Em7b5", 4, {4, 7, 10, 2}, {55, 58, 62, 64}};
 
 Chart Chart::noirBlues()
 {
-    const std::vector<std::vector<Chord>> chorus{
-        {D_MINOR_9}, {G_MINOR_9}, {D_MINOR_9}, {D_ALTERED},
-        {G_MINOR_9}, {G_MINOR_9}, {D_MINOR_9}, {D_MINOR_9},
-        {B_FLAT_13}, {A_ALTERED}, {D_MINOR_9, B_FLAT_13}, {E_HALF_DIMINISHED, A_ALTERED}};
+    const std::vector<std::vector<Chord>> chorus{{D_MINOR_9},
+                                                 {G_MINOR_9},
+                                                 {D_MINOR_9},
+                                                 {D_ALTERED},
+                                                 {G_MINOR_9},
+                                                 {G_MINOR_9},
+                                                 {D_MINOR_9},
+                                                 {D_MINOR_9},
+                                                 {B_FLAT_13},
+                                                 {A_ALTERED},
+                                                 {D_MINOR_9, B_FLAT_13},
+                                                 {E_HALF_DIMINISHED, A_ALTERED}};
     std::vector<Chord> halves;
-    for (int pass = 0; pass < 2; ++pass)
-    {
-        for (const auto& bar : chorus)
-        {
+    for (int pass = 0; pass < 2; ++pass) {
+        for (const auto& bar : chorus) {
             halves.push_back(bar.front());
             halves.push_back(bar.back());
         }

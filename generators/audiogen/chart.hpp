@@ -10,9 +10,9 @@ namespace orane::audiogen
 struct Chord
 {
     std::string name;
-    int root = 0;                ///< pitch class, C = 0
-    std::vector<int> tones;      ///< pitch classes the bass may walk through
-    std::vector<int> voicing;    ///< MIDI notes of the piano's left-hand voicing
+    int root = 0;             ///< pitch class, C = 0
+    std::vector<int> tones;   ///< pitch classes the bass may walk through
+    std::vector<int> voicing; ///< MIDI notes of the piano's left-hand voicing
 };
 
 /// The changes of the tune, two chords to the bar at most, in 4/4.
@@ -32,9 +32,11 @@ public:
     bool changesMidBar(int bar) const;
 
 private:
-    explicit Chart(std::vector<Chord> halves) : halves_(std::move(halves)) {}
+    explicit Chart(std::vector<Chord> halves)
+        : halves_(std::move(halves))
+    {}
 
-    std::vector<Chord> halves_;  ///< one chord per half bar
+    std::vector<Chord> halves_; ///< one chord per half bar
 };
 
 } // namespace orane::audiogen

@@ -28,16 +28,15 @@ struct Stab
 };
 
 const std::vector<std::vector<Stab>> COMP_FIGURES{
-    {{0.0, 2.5}},                                   // 0: laid down and left to ring
-    {{0.0, 0.9}, {5.0 / 3.0, 1.0}},                 // 1: the Charleston
-    {{1.0, 0.5}, {8.0 / 3.0, 1.2}},                 // 2: off the beat
-    {{0.0, 0.6}, {2.0, 0.6}, {11.0 / 3.0, 1.0, true}},  // 3: pushing into the next bar
-    {{5.0 / 3.0, 1.8}},                             // 4: one late stab
-    {{0.0, 1.4}, {2.0, 1.6}},                       // 5: one hit per chord, for split bars
+    {{0.0, 2.5}},                                      // 0: laid down and left to ring
+    {{0.0, 0.9}, {5.0 / 3.0, 1.0}},                    // 1: the Charleston
+    {{1.0, 0.5}, {8.0 / 3.0, 1.2}},                    // 2: off the beat
+    {{0.0, 0.6}, {2.0, 0.6}, {11.0 / 3.0, 1.0, true}}, // 3: pushing into the next bar
+    {{5.0 / 3.0, 1.8}},                                // 4: one late stab
+    {{0.0, 1.4}, {2.0, 1.6}},                          // 5: one hit per chord, for split bars
 };
 // Which figure the pianist plays in each bar, leaving room where the vibes are busy.
-const int COMP_PLAN[] = {0, 1, 2, 3, 1, 4, 2, 1, 0, 2, 5, 5,
-                         1, 2, 4, 3, 0, 2, 1, 3, 4, 1, 5, 5};
+const int COMP_PLAN[] = {0, 1, 2, 3, 1, 4, 2, 1, 0, 2, 5, 5, 1, 2, 4, 3, 0, 2, 1, 3, 4, 1, 5, 5};
 
 /// Scales a stem so that its loudness (RMS) lands on the given level in decibels.
 void setLoudness(StereoLoop& stem, float decibels)
@@ -61,9 +60,10 @@ void runLooped(std::size_t frames, std::size_t preroll, Process process)
 } // namespace
 
 JazzLoop::JazzLoop(double sampleRate, std::uint64_t seed)
-    : sampleRate_(sampleRate), seed_(seed), chart_(Chart::noirBlues())
-{
-}
+    : sampleRate_(sampleRate)
+    , seed_(seed)
+    , chart_(Chart::noirBlues())
+{}
 
 const std::vector<std::string>& JazzLoop::melodyBars()
 {
@@ -102,10 +102,10 @@ std::vector<NoteEvent> JazzLoop::melody()
 {
     std::vector<NoteEvent> notes;
     const auto& bars = melodyBars();
-    for (std::size_t bar = 0; bar < bars.size(); ++bar)
-    {
+    for (std::size_t bar = 0; bar < bars.size(); ++bar) {
         double length = 0.0;
-        const auto barNotes = parseMelody(bars[bar], static_cast<double>(bar) * static_cast<double>(Chart::BEATS_PER_BAR), &length);
+        const auto barNotes =
+            parseMelody(bars[bar], static_cast<double>(bar) * static_cast<double>(Chart::BEATS_PER_BAR), &length);
         if (std::abs(length - Chart::BEATS_PER_BAR) > 1e-9)
             throw std::invalid_argument("melody bar " + std::to_string(bar + 1) + " does not fill the bar");
         notes.insert(notes.end(), barNotes.begin(), barNotes.end());
@@ -138,10 +138,8 @@ StereoLoop JazzLoop::renderPiano(assetgen::Random& random) const
 {
     const Piano piano(sampleRate_);
     StereoLoop stem(frames());
-    for (int bar = 0; bar < chart_.bars(); ++bar)
-    {
-        for (const Stab& stab : COMP_FIGURES[static_cast<std::size_t>(COMP_PLAN[bar % 24])])
-        {
+    for (int bar = 0; bar < chart_.bars(); ++bar) {
+        for (const Stab& stab : COMP_FIGURES[static_cast<std::size_t>(COMP_PLAN[bar % 24])]) {
             const double beat = bar * static_cast<double>(Chart::BEATS_PER_BAR) + stab.beat;
             const Chord& chord = chart_.chordAt(stab.anticipates ? std::ceil(beat) + 0.01 : beat);
             const std::int64_t start = frameOf(beat, 0.008, random);
@@ -149,11 +147,11 @@ StereoLoop JazzLoop::renderPiano(assetgen::Random& random) const
             // The fingers land a few milliseconds apart, from the bottom up.
             double spread = 0.0;
             int voice = 0;
-            for (int pitch : chord.voicing)
-            {
+            for (int pitch : chord.voicing) {
                 const float pan = -0.45f + 0.15f * static_cast<float>(voice++);
                 stem.add(start + static_cast<std::int64_t>(spread * sampleRate_),
-                         piano.play(pitch, stab.length * 60.0 / TEMPO, velocity * static_cast<float>(random.uniform(0.85, 1.0)), random),
+                         piano.play(pitch, stab.length * 60.0 / TEMPO,
+                                    velocity * static_cast<float>(random.uniform(0.85, 1.0)), random),
                          1.f, pan);
                 spread += random.uniform(0.002, 0.009);
             }
@@ -166,12 +164,13 @@ StereoLoop JazzLoop::renderVibes(assetgen::Random& random) const
 {
     const Vibraphone vibes(sampleRate_);
     StereoLoop stem(frames());
-    for (const NoteEvent& note : melody())
-    {
+    for (const NoteEvent& note : melody()) {
         const std::int64_t start = frameOf(note.beat, 0.007, random);
         const float velocity = std::min(1.f, note.velocity + static_cast<float>(random.uniform(-0.06, 0.06)));
-        stem.add(start, vibes.play(note.pitch, note.length * 60.0 / TEMPO, velocity, static_cast<double>(start) / sampleRate_, random), 1.f,
-                 0.25f);
+        stem.add(start,
+                 vibes.play(note.pitch, note.length * 60.0 / TEMPO, velocity, static_cast<double>(start) / sampleRate_,
+                            random),
+                 1.f, 0.25f);
     }
     return stem;
 }
@@ -187,8 +186,7 @@ StereoLoop JazzLoop::renderDrums(assetgen::Random& random) const
     std::vector<std::vector<float>> rides;
     std::vector<std::vector<float>> hats;
     std::vector<std::vector<float>> kicks;
-    for (int take = 0; take < 4; ++take)
-    {
+    for (int take = 0; take < 4; ++take) {
         sweeps.push_back(kit.sweep(beatSeconds, 1.f, take % 2 == 1, random));
         slaps.push_back(kit.slap(1.f, random));
         rides.push_back(kit.ride(1.f, random));
@@ -212,22 +210,17 @@ StereoLoop JazzLoop::renderDrums(assetgen::Random& random) const
     const RideHit ridePattern[] = {{0.0, 0.7f}, {1.0, 0.85f}, {5.0 / 3.0, 0.5f},
                                    {2.0, 0.7f}, {3.0, 0.85f}, {11.0 / 3.0, 0.5f}};
     constexpr float SNARE_PAN = -0.15f;
-    for (int bar = 0; bar < chart_.bars(); ++bar)
-    {
+    for (int bar = 0; bar < chart_.bars(); ++bar) {
         const double first = bar * static_cast<double>(Chart::BEATS_PER_BAR);
-        for (int beat = 0; beat < Chart::BEATS_PER_BAR; ++beat)
-        {
+        for (int beat = 0; beat < Chart::BEATS_PER_BAR; ++beat) {
             const double at = first + beat;
             stem.add(frameOf(at - 0.1, 0.003, random), sweepFor(beat), 0.5f, SNARE_PAN);
             stem.add(frameOf(at, 0.003, random), pick(kicks), 0.35f, 0.f);
-            if (beat % 2 == 1)
-            {
+            if (beat % 2 == 1) {
                 stem.add(frameOf(at, 0.003, random), pick(slaps), static_cast<float>(random.uniform(0.7, 0.85)),
                          SNARE_PAN);
                 stem.add(frameOf(at, 0.003, random), pick(hats), 0.45f, 0.3f);
-            }
-            else if (random.chance(0.25))
-            {
+            } else if (random.chance(0.25)) {
                 // A ghosted slap on the swung upbeat.
                 stem.add(frameOf(at + 2.0 / 3.0, 0.003, random), pick(slaps), 0.3f, SNARE_PAN);
             }
@@ -235,8 +228,7 @@ StereoLoop JazzLoop::renderDrums(assetgen::Random& random) const
         for (const RideHit& hit : ridePattern)
             stem.add(frameOf(first + hit.beat, 0.003, random), pick(rides),
                      hit.level * static_cast<float>(random.uniform(0.9, 1.05)), 0.4f);
-        if (bar % 12 == 11)
-        {
+        if (bar % 12 == 11) {
             // A triplet pickup on the snare leads into the next chorus (and back to the top).
             const float levels[] = {0.45f, 0.6f, 0.8f};
             for (int triplet = 0; triplet < 3; ++triplet)
@@ -252,8 +244,7 @@ StereoLoop JazzLoop::renderRoom(const LoopTrack& send) const
     StereoLoop wet(frames());
     runLooped(frames(), static_cast<std::size_t>(5.0 * sampleRate_), [&](std::size_t i, bool keep) {
         const auto [left, right] = room.process(send.at(i));
-        if (keep)
-        {
+        if (keep) {
             wet.left().at(i) = left;
             wet.right().at(i) = right;
         }
@@ -305,8 +296,7 @@ StereoLoop JazzLoop::render() const
     runLooped(frames(), static_cast<std::size_t>(0.1 * sampleRate_), [&](std::size_t i, bool keep) {
         const float left = tapeLeft.process(dry.left().at(i));
         const float right = tapeRight.process(dry.right().at(i));
-        if (keep)
-        {
+        if (keep) {
             master.left().at(i) = left;
             master.right().at(i) = right;
         }
@@ -323,24 +313,20 @@ StereoLoop JazzLoop::startAtQuietestJoin(const StereoLoop& loop) const
     const std::size_t window = static_cast<std::size_t>(0.01 * sampleRate_);
     std::size_t best = 0;
     double bestActivity = -1.0;
-    for (std::size_t candidate = beatFrames * 15 / 100; candidate < beatFrames * 55 / 100; candidate += 16)
-    {
+    for (std::size_t candidate = beatFrames * 15 / 100; candidate < beatFrames * 55 / 100; candidate += 16) {
         double activity = 0.0;
         for (std::size_t i = candidate - window; i < candidate + window; ++i)
-            for (const LoopTrack* channel : {&loop.left(), &loop.right()})
-            {
+            for (const LoopTrack* channel : {&loop.left(), &loop.right()}) {
                 const float step = channel->at(i) - channel->at(i - 1);
                 activity += step * step;
             }
-        if (bestActivity < 0.0 || activity < bestActivity)
-        {
+        if (bestActivity < 0.0 || activity < bestActivity) {
             best = candidate;
             bestActivity = activity;
         }
     }
     StereoLoop rotated(frames());
-    for (std::size_t i = 0; i < frames(); ++i)
-    {
+    for (std::size_t i = 0; i < frames(); ++i) {
         const std::size_t from = (i + best) % frames();
         rotated.left().at(i) = loop.left().at(from);
         rotated.right().at(i) = loop.right().at(from);

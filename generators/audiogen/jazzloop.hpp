@@ -30,8 +30,8 @@ public:
 
     std::size_t frames() const;
 
-    static constexpr double TEMPO = 80.0;   ///< beats per minute
-    static constexpr float PEAK = 0.85f;    ///< -1.4 dBFS, headroom for the lossy encoder's overshoot
+    static constexpr double TEMPO = 80.0; ///< beats per minute
+    static constexpr float PEAK = 0.85f;  ///< -1.4 dBFS, headroom for the lossy encoder's overshoot
 
 private:
     std::int64_t frameOf(double beat, double jitterSeconds, assetgen::Random& random) const;

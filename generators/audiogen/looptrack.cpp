@@ -5,16 +5,15 @@
 namespace orane::audiogen
 {
 
-LoopTrack::LoopTrack(std::size_t frames) : samples_(frames, 0.f)
-{
-}
+LoopTrack::LoopTrack(std::size_t frames)
+    : samples_(frames, 0.f)
+{}
 
 void LoopTrack::add(std::int64_t start, const std::vector<float>& sound, float gain)
 {
     const auto length = static_cast<std::int64_t>(samples_.size());
     std::int64_t frame = ((start % length) + length) % length;
-    for (float sample : sound)
-    {
+    for (float sample : sound) {
         samples_[static_cast<std::size_t>(frame)] += sample * gain;
         if (++frame == length)
             frame = 0;

@@ -27,8 +27,7 @@ std::vector<sf::Int16> quantise(const std::vector<const std::vector<float>*>& ch
     std::vector<sf::Int16> interleaved;
     interleaved.reserve(frames * channels.size());
     for (std::size_t frame = 0; frame < frames; ++frame)
-        for (const auto* channel : channels)
-        {
+        for (const auto* channel : channels) {
             const double dither = random.uniform() - random.uniform();
             const double value = std::round((*channel)[frame] * 32767.0 + dither);
             interleaved.push_back(static_cast<sf::Int16>(std::clamp(value, -32768.0, 32767.0)));
@@ -39,8 +38,7 @@ std::vector<sf::Int16> quantise(const std::vector<const std::vector<float>*>& ch
 bool write(const std::string& path, const std::vector<sf::Int16>& samples, unsigned channels)
 {
     sf::OutputSoundFile file;
-    if (!file.openFromFile(path, SAMPLE_RATE, channels))
-    {
+    if (!file.openFromFile(path, SAMPLE_RATE, channels)) {
         std::cerr << "audiogen: cannot write " << path << '\n';
         return false;
     }
@@ -52,8 +50,7 @@ bool write(const std::string& path, const std::vector<sf::Int16>& samples, unsig
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
-    {
+    if (argc != 2) {
         std::cerr << "usage: audiogen <audio folder>\n";
         return 2;
     }
@@ -66,7 +63,7 @@ int main(int argc, char** argv)
 
     const StereoLoop music = JazzLoop(SAMPLE_RATE, 1947).render();
     ok = write(folder + "musics/WhiskyAndRevolver.ogg",
-               quantise({&music.left().samples(), &music.right().samples()}, 8), 2) &&
-         ok;
+               quantise({&music.left().samples(), &music.right().samples()}, 8), 2)
+         && ok;
     return ok ? 0 : 1;
 }

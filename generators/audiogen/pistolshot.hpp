@@ -17,7 +17,7 @@ public:
     std::vector<float> render() const;
 
     static constexpr double SECONDS = 1.0;
-    static constexpr float PEAK = 0.891f;  ///< -1 dBFS
+    static constexpr float PEAK = 0.891f; ///< -1 dBFS
 
 private:
     std::vector<float> renderBlast() const;

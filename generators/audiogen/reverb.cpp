@@ -16,15 +16,17 @@ constexpr float INPUT_GAIN = 0.015f;
 } // namespace
 
 Reverb::Reverb(double sampleRate, float roomSize, float damping)
-    : feedback_(0.7f + 0.28f * roomSize), damping_(0.4f * damping)
+    : feedback_(0.7f + 0.28f * roomSize)
+    , damping_(0.4f * damping)
 {
     const double scale = sampleRate / 44100.0;
-    for (int side = 0; side < 2; ++side)
-    {
+    for (int side = 0; side < 2; ++side) {
         for (int length : COMB_LENGTHS)
-            combs_[side].push_back({std::vector<float>(static_cast<std::size_t>((length + side * STEREO_SPREAD) * scale)), 0, 0.f});
+            combs_[side].push_back(
+                {std::vector<float>(static_cast<std::size_t>((length + side * STEREO_SPREAD) * scale)), 0, 0.f});
         for (int length : ALL_PASS_LENGTHS)
-            allPasses_[side].push_back({std::vector<float>(static_cast<std::size_t>((length + side * STEREO_SPREAD) * scale)), 0});
+            allPasses_[side].push_back(
+                {std::vector<float>(static_cast<std::size_t>((length + side * STEREO_SPREAD) * scale)), 0});
     }
 }
 
@@ -50,8 +52,7 @@ float Reverb::runAllPass(AllPass& allPass, float input)
 std::pair<float, float> Reverb::process(float input)
 {
     float out[2] = {0.f, 0.f};
-    for (int side = 0; side < 2; ++side)
-    {
+    for (int side = 0; side < 2; ++side) {
         for (Comb& comb : combs_[side])
             out[side] += runComb(comb, input * INPUT_GAIN);
         for (AllPass& allPass : allPasses_[side])

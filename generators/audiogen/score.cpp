@@ -14,26 +14,19 @@ double parseLength(const std::string& text)
 {
     std::size_t used = 0;
     const auto slash = text.find('/');
-    try
-    {
-        if (slash == std::string::npos)
-        {
+    try {
+        if (slash == std::string::npos) {
             const double value = std::stod(text, &used);
             if (used == text.size() && value > 0.0)
                 return value;
-        }
-        else
-        {
+        } else {
             const double numerator = std::stod(text.substr(0, slash), &used);
             std::size_t usedBelow = 0;
             const double denominator = std::stod(text.substr(slash + 1), &usedBelow);
             if (used == slash && usedBelow == text.size() - slash - 1 && numerator > 0.0 && denominator > 0.0)
                 return numerator / denominator;
         }
-    }
-    catch (const std::logic_error&)
-    {
-    }
+    } catch (const std::logic_error&) {}
     throw std::invalid_argument("bad note length '" + text + "'");
 }
 
@@ -64,8 +57,7 @@ std::vector<NoteEvent> parseMelody(const std::string& text, double startBeat, do
     std::istringstream tokens(text);
     std::string token;
     double beat = startBeat;
-    while (tokens >> token)
-    {
+    while (tokens >> token) {
         const bool accent = token[0] == '>';
         const std::string body = accent ? token.substr(1) : token;
         const auto colon = body.find(':');

@@ -11,8 +11,8 @@ struct NoteEvent
 {
     double beat = 0.0;
     double length = 0.0;
-    int pitch = 0;          ///< MIDI note number, C4 = 60
-    float velocity = 0.7f;  ///< 0..1
+    int pitch = 0;         ///< MIDI note number, C4 = 60
+    float velocity = 0.7f; ///< 0..1
 };
 
 /// MIDI number of a note name such as "C4", "Bb3" or "F#5" (C4 = 60); throws std::invalid_argument

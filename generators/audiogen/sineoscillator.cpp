@@ -6,12 +6,11 @@ namespace orane::audiogen
 {
 
 SineOscillator::SineOscillator(double frequency, double sampleRate, double phase)
-    : real_(std::cos(phase)),
-      imaginary_(std::sin(phase)),
-      stepReal_(std::cos(6.283185307179586 * frequency / sampleRate)),
-      stepImaginary_(std::sin(6.283185307179586 * frequency / sampleRate))
-{
-}
+    : real_(std::cos(phase))
+    , imaginary_(std::sin(phase))
+    , stepReal_(std::cos(6.283185307179586 * frequency / sampleRate))
+    , stepImaginary_(std::sin(6.283185307179586 * frequency / sampleRate))
+{}
 
 double SineOscillator::next()
 {

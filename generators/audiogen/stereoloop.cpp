@@ -6,9 +6,10 @@
 namespace orane::audiogen
 {
 
-StereoLoop::StereoLoop(std::size_t frames) : left_(frames), right_(frames)
-{
-}
+StereoLoop::StereoLoop(std::size_t frames)
+    : left_(frames)
+    , right_(frames)
+{}
 
 void StereoLoop::add(std::int64_t start, const std::vector<float>& sound, float gain, float pan)
 {
@@ -20,8 +21,7 @@ void StereoLoop::add(std::int64_t start, const std::vector<float>& sound, float 
 void StereoLoop::mix(const StereoLoop& other, float gain)
 {
     const std::size_t count = std::min(frames(), other.frames());
-    for (std::size_t frame = 0; frame < count; ++frame)
-    {
+    for (std::size_t frame = 0; frame < count; ++frame) {
         left_.at(frame) += other.left_.at(frame) * gain;
         right_.at(frame) += other.right_.at(frame) * gain;
     }

@@ -17,8 +17,8 @@ class WalkingBass
 public:
     std::vector<NoteEvent> walk(const Chart& chart, assetgen::Random& random) const;
 
-    static constexpr int LOWEST = 28;   ///< E1, the open low string
-    static constexpr int HIGHEST = 50;  ///< D3
+    static constexpr int LOWEST = 28;  ///< E1, the open low string
+    static constexpr int HIGHEST = 50; ///< D3
 
     /// The pitch of the given class within the bass range nearest to near (ties go down).
     static int nearestPitch(int pitchClass, double near);

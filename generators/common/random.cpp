@@ -25,8 +25,7 @@ std::uint64_t hashBits(std::uint64_t value)
 
 Random::Random(std::uint64_t seed)
 {
-    for (auto& word : state_)
-    {
+    for (auto& word : state_) {
         seed = hashBits(seed);
         word = seed;
     }

@@ -18,12 +18,11 @@ sf::Uint8 quantise(float value, float dither)
 } // namespace
 
 FloatImage::FloatImage(int width, int height, Rgb fill, float alpha)
-    : width_(width),
-      height_(height),
-      colours_(static_cast<std::size_t>(width) * height, fill),
-      alphas_(static_cast<std::size_t>(width) * height, alpha)
-{
-}
+    : width_(width)
+    , height_(height)
+    , colours_(static_cast<std::size_t>(width) * height, fill)
+    , alphas_(static_cast<std::size_t>(width) * height, alpha)
+{}
 
 void FloatImage::set(int x, int y, Rgb colour, float alpha)
 {
@@ -53,17 +52,15 @@ sf::Image FloatImage::toImage(std::uint64_t ditherSeed) const
     assetgen::Random random(ditherSeed);
     sf::Image image;
     image.create(static_cast<unsigned>(width_), static_cast<unsigned>(height_));
-    for (int y = 0; y < height_; ++y)
-    {
-        for (int x = 0; x < width_; ++x)
-        {
+    for (int y = 0; y < height_; ++y) {
+        for (int x = 0; x < width_; ++x) {
             // One dither value per pixel, shared by the channels, so that grey stays grey.
             const float dither = static_cast<float>(random.uniform());
             const Rgb c = colours_[index(x, y)];
             const float a = alphas_[index(x, y)];
-            image.setPixel(static_cast<unsigned>(x), static_cast<unsigned>(y),
-                           sf::Color(quantise(c.r, dither), quantise(c.g, dither), quantise(c.b, dither),
-                                     quantise(a, dither)));
+            image.setPixel(
+                static_cast<unsigned>(x), static_cast<unsigned>(y),
+                sf::Color(quantise(c.r, dither), quantise(c.g, dither), quantise(c.b, dither), quantise(a, dither)));
         }
     }
     return image;

@@ -28,8 +28,7 @@ struct GradientTable
 
     GradientTable()
     {
-        for (int i = 0; i < 256; ++i)
-        {
+        for (int i = 0; i < 256; ++i) {
             x[i] = std::cos(static_cast<float>(i) * 6.2831853f / 256.f);
             y[i] = std::sin(static_cast<float>(i) * 6.2831853f / 256.f);
         }
@@ -40,14 +39,14 @@ const GradientTable GRADIENTS;
 
 } // namespace
 
-GradientNoise::GradientNoise(std::uint64_t seed) : seed_(assetgen::hashBits(seed))
-{
-}
+GradientNoise::GradientNoise(std::uint64_t seed)
+    : seed_(assetgen::hashBits(seed))
+{}
 
 float GradientNoise::gradientDot(int cellX, int cellY, float dx, float dy) const
 {
-    const auto key = (static_cast<std::uint64_t>(static_cast<std::uint32_t>(cellX)) << 32) ^
-                     static_cast<std::uint32_t>(cellY);
+    const auto key =
+        (static_cast<std::uint64_t>(static_cast<std::uint32_t>(cellX)) << 32) ^ static_cast<std::uint32_t>(cellY);
     const auto index = static_cast<std::size_t>(assetgen::hashBits(key ^ seed_) >> 56);
     return GRADIENTS.x[index] * dx + GRADIENTS.y[index] * dy;
 }
@@ -73,10 +72,11 @@ float GradientNoise::fractal(float x, float y, int octaves) const
     float weight = 1.f;
     float total = 0.f;
     float frequency = 1.f;
-    for (int octave = 0; octave < octaves; ++octave)
-    {
+    for (int octave = 0; octave < octaves; ++octave) {
         // Each octave is shifted so that the lattice points of the octaves do not line up.
-        sum += weight * at(x * frequency + 17.3f * static_cast<float>(octave), y * frequency - 31.7f * static_cast<float>(octave));
+        sum += weight
+               * at(x * frequency + 17.3f * static_cast<float>(octave),
+                    y * frequency - 31.7f * static_cast<float>(octave));
         total += weight;
         weight *= 0.5f;
         frequency *= 2.f;

@@ -46,8 +46,7 @@ void stamp(FloatImage& picture, float x, float y, Rgb ink)
 {
     const int reach = static_cast<int>(PEN_RADIUS) + 2;
     for (int py = static_cast<int>(y) - reach; py <= static_cast<int>(y) + reach; ++py)
-        for (int px = static_cast<int>(x) - reach; px <= static_cast<int>(x) + reach; ++px)
-        {
+        for (int px = static_cast<int>(x) - reach; px <= static_cast<int>(x) + reach; ++px) {
             const float distance = std::hypot(static_cast<float>(px) + 0.5f - x, static_cast<float>(py) + 0.5f - y);
             picture.blend(px, py, ink, clamp01(PEN_RADIUS + 0.5f - distance) * 0.9f);
         }
@@ -55,9 +54,9 @@ void stamp(FloatImage& picture, float x, float y, Rgb ink)
 
 } // namespace
 
-IconPainter::IconPainter(std::uint64_t seed) : seed_(seed)
-{
-}
+IconPainter::IconPainter(std::uint64_t seed)
+    : seed_(seed)
+{}
 
 FloatImage IconPainter::paint() const
 {
@@ -67,8 +66,7 @@ FloatImage IconPainter::paint() const
     const FloatImage paper = PaperPainter(seed_ + 10).paint(PAGE_WIDTH, PAGE_HEIGHT);
     const FloatImage shadow = ShadowPainter().paint(PAGE_WIDTH, PAGE_HEIGHT);
     for (int y = 0; y < PAGE_HEIGHT; ++y)
-        for (int x = 0; x < PAGE_WIDTH; ++x)
-        {
+        for (int x = 0; x < PAGE_WIDTH; ++x) {
             // The shadow is painted for a right page; the left page has it mirrored, at the spine.
             const int mirrored = PAGE_WIDTH - 1 - x;
             icon.set(SPREAD_LEFT + x, SPREAD_TOP + y, paper.colour(x, y));
@@ -92,20 +90,17 @@ void IconPainter::writeLines(FloatImage& icon, int pageLeft, int lines, Rgb ink,
     const float left = static_cast<float>(pageLeft + TEXT_INSET);
     const float right = static_cast<float>(pageLeft + PAGE_WIDTH - TEXT_INSET);
     // The last line of a letter is short.
-    for (int line = 0; line < lines; ++line)
-    {
+    for (int line = 0; line < lines; ++line) {
         const float baseline = static_cast<float>(SPREAD_TOP + TEXT_INSET + 30 + line * LINE_SPACING);
         const float end = line + 1 == lines ? left + (right - left) * static_cast<float>(random.uniform(0.3, 0.6))
                                             : right - static_cast<float>(random.uniform(0.0, 40.0));
         float x = left;
-        while (x < end - 30.f)
-        {
+        while (x < end - 30.f) {
             // One word: a run of joined loops, some rising into tall letters, leaning right.
             const float wordEnd = std::min(end, x + static_cast<float>(random.uniform(45.0, 120.0)));
             const float period = static_cast<float>(random.uniform(11.0, 15.0));
             const float phase = static_cast<float>(random.uniform(0.0, 6.2831853));
-            for (float t = 0.f; x + t < wordEnd; t += 0.5f)
-            {
+            for (float t = 0.f; x + t < wordEnd; t += 0.5f) {
                 const auto letter = static_cast<std::uint64_t>(t / period);
                 const auto bits = assetgen::hashBits(seed * 977 + static_cast<std::uint64_t>(line) * 64 + letter);
                 const float height = LETTER_HEIGHT * ((bits % 5 == 0) ? 2.f : 1.f);
@@ -123,13 +118,11 @@ FloatImage IconPainter::reduce(const FloatImage& picture, int size)
     const double ratio = static_cast<double>(picture.width()) / size;
     const int samples = static_cast<int>(std::ceil(ratio));
     for (int y = 0; y < size; ++y)
-        for (int x = 0; x < size; ++x)
-        {
+        for (int x = 0; x < size; ++x) {
             Rgb colour{};
             float alpha = 0.f;
             for (int sy = 0; sy < samples; ++sy)
-                for (int sx = 0; sx < samples; ++sx)
-                {
+                for (int sx = 0; sx < samples; ++sx) {
                     const int px = static_cast<int>((x + (sx + 0.5) / samples) * ratio);
                     const int py = static_cast<int>((y + (sy + 0.5) / samples) * ratio);
                     const float a = picture.alpha(px, py);

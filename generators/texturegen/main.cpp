@@ -24,8 +24,7 @@ bool save(const FloatImage& picture, const std::string& path, std::uint64_t dith
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
-    {
+    if (argc != 2) {
         std::cerr << "usage: texturegen <textures folder>\n";
         return 2;
     }

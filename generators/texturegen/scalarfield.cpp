@@ -7,9 +7,10 @@ namespace orane::texturegen
 {
 
 ScalarField::ScalarField(int width, int height, float fill)
-    : width_(width), height_(height), values_(static_cast<std::size_t>(width) * height, fill)
-{
-}
+    : width_(width)
+    , height_(height)
+    , values_(static_cast<std::size_t>(width) * height, fill)
+{}
 
 float ScalarField::sample(float x, float y) const
 {
@@ -36,10 +37,8 @@ void ScalarField::addGaussian(float centreX, float centreY, float deviation, flo
     const int cx = static_cast<int>(std::lround(centreX));
     const int cy = static_cast<int>(std::lround(centreY));
     const float scale = -0.5f / (deviation * deviation);
-    for (int y = cy - reach; y <= cy + reach; ++y)
-    {
-        for (int x = cx - reach; x <= cx + reach; ++x)
-        {
+    for (int y = cy - reach; y <= cy + reach; ++y) {
+        for (int x = cx - reach; x <= cx + reach; ++x) {
             const float dx = static_cast<float>(x) - centreX;
             const float dy = static_cast<float>(y) - centreY;
             add(x, y, amount * std::exp((dx * dx + dy * dy) * scale));
@@ -52,10 +51,8 @@ void ScalarField::raiseDisc(float centreX, float centreY, float radius, float am
     const int reach = static_cast<int>(std::ceil(radius + 1.f));
     const int cx = static_cast<int>(std::lround(centreX));
     const int cy = static_cast<int>(std::lround(centreY));
-    for (int y = std::max(cy - reach, 0); y <= std::min(cy + reach, height_ - 1); ++y)
-    {
-        for (int x = std::max(cx - reach, 0); x <= std::min(cx + reach, width_ - 1); ++x)
-        {
+    for (int y = std::max(cy - reach, 0); y <= std::min(cy + reach, height_ - 1); ++y) {
+        for (int x = std::max(cx - reach, 0); x <= std::min(cx + reach, width_ - 1); ++x) {
             const float distance = std::hypot(static_cast<float>(x) - centreX, static_cast<float>(y) - centreY);
             const float cover = std::clamp(radius + 0.5f - distance, 0.f, 1.f);
             float& value = values_[index(x, y)];
@@ -84,8 +81,7 @@ ScalarField ScalarField::distanceInside(float threshold) const
     };
     for (int y = 0; y < height_; ++y)
         for (int x = 0; x < width_; ++x)
-            if (distance.at(x, y) > 0.f)
-            {
+            if (distance.at(x, y) > 0.f) {
                 relax(x, y, -1, 0, straight);
                 relax(x, y, 0, -1, straight);
                 relax(x, y, -1, -1, diagonal);
@@ -93,8 +89,7 @@ ScalarField ScalarField::distanceInside(float threshold) const
             }
     for (int y = height_ - 1; y >= 0; --y)
         for (int x = width_ - 1; x >= 0; --x)
-            if (distance.at(x, y) > 0.f)
-            {
+            if (distance.at(x, y) > 0.f) {
                 relax(x, y, 1, 0, straight);
                 relax(x, y, 0, 1, straight);
                 relax(x, y, 1, 1, diagonal);

@@ -17,8 +17,7 @@ Book::Book()
     : text_(geometry_.pageSize(), TEXT_PADDING)
     , turn_(geometry_)
     , renderer_(geometry_)
-{
-}
+{}
 
 bool Book::loadResources()
 {
@@ -57,8 +56,7 @@ void Book::pagesChanged()
     ++spreadRevision_;
 }
 
-void Book::wrapText(Page& page, std::vector<sf::Text>& writerTexts, sf::Vector2f pageSize,
-                    sf::Vector2f textPadding)
+void Book::wrapText(Page& page, std::vector<sf::Text>& writerTexts, sf::Vector2f pageSize, sf::Vector2f textPadding)
 {
     BookText::wrapText(page, writerTexts, pageSize, textPadding);
 }

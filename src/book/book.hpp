@@ -108,12 +108,12 @@ public:
     /// of the turning page's back, the middle of corner-to-hook-corner and the point where the
     /// fold meets the page edge through the hook corner and `nearSpineEnd`.
     virtual void computeFold(sf::Vector2f corner, sf::Vector2f hookCorner, sf::Vector2f farSpineEnd,
-                             sf::Vector2f nearSpineEnd, float& foldAngle, float& pageAngle,
-                             sf::Vector2f& foldCentre, sf::Vector2f& edgePoint) const;
+                             sf::Vector2f nearSpineEnd, float& foldAngle, float& pageAngle, sf::Vector2f& foldCentre,
+                             sf::Vector2f& edgePoint) const;
     /// A rectangle whose side a-b, `width` long and centred on `centre`, lies at `angle`, and
     /// whose side a-d, `height` long, runs perpendicular to it.
-    virtual void computeMaskRectangle(float angle, sf::Vector2f centre, float width, float height,
-                                      sf::Vector2f& a, sf::Vector2f& b, sf::Vector2f& d) const;
+    virtual void computeMaskRectangle(float angle, sf::Vector2f centre, float width, float height, sf::Vector2f& a,
+                                      sf::Vector2f& b, sf::Vector2f& d) const;
 
 private:
     void pagesChanged();

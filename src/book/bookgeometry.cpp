@@ -23,8 +23,7 @@ float toDegrees(float radians)
 /// Which way a lifted corner moves into its page.
 sf::Vector2f liftDirection(HOOK h)
 {
-    switch (h)
-    {
+    switch (h) {
     case HOOK::TOP_LEFT: return {1.f, 1.f};
     case HOOK::LEFT: return {1.f, 0.f};
     case HOOK::BOTTOM_LEFT: return {1.f, -1.f};
@@ -99,16 +98,13 @@ bool BookGeometry::isTopHook(HOOK h)
 
 bool BookGeometry::isInHook(sf::Vector2f point, HOOK h) const
 {
-    switch (h)
-    {
+    switch (h) {
     case HOOK::TOP_LEFT:
     case HOOK::BOTTOM_LEFT:
     case HOOK::TOP_RIGHT:
-    case HOOK::BOTTOM_RIGHT:
-        return ryn::isPointInCircle(point, getHookCorner(h), hookRadius_);
+    case HOOK::BOTTOM_RIGHT: return ryn::isPointInCircle(point, getHookCorner(h), hookRadius_);
     case HOOK::LEFT:
-    case HOOK::RIGHT:
-    {
+    case HOOK::RIGHT: {
         const sf::Vector2f centre = h == HOOK::LEFT ? middleLeft_ : middleRight_;
         const sf::Vector2f half = edgeHookSize_ / 2.f;
         return ryn::isPointInRectangle(point, centre - half, centre + half);
@@ -121,11 +117,9 @@ bool BookGeometry::isInHook(sf::Vector2f point, HOOK h) const
 
 bool BookGeometry::findHook(sf::Vector2f point, HOOK& h) const
 {
-    for (int i = 0; i < static_cast<int>(HOOK::COUNT); ++i)
-    {
+    for (int i = 0; i < static_cast<int>(HOOK::COUNT); ++i) {
         const auto candidate = static_cast<HOOK>(i);
-        if (isInHook(point, candidate))
-        {
+        if (isInHook(point, candidate)) {
             h = candidate;
             return true;
         }
@@ -135,8 +129,7 @@ bool BookGeometry::findHook(sf::Vector2f point, HOOK& h) const
 
 sf::Vector2f BookGeometry::getHookCorner(HOOK h) const
 {
-    switch (h)
-    {
+    switch (h) {
     case HOOK::TOP_LEFT: return topLeft_;
     case HOOK::LEFT:
     case HOOK::BOTTOM_LEFT: return bottomLeft_;
@@ -151,8 +144,7 @@ sf::Vector2f BookGeometry::getHookCorner(HOOK h) const
 
 sf::Vector2f BookGeometry::getTargetCorner(HOOK h) const
 {
-    switch (h)
-    {
+    switch (h) {
     case HOOK::TOP_LEFT: return topRight_;
     case HOOK::LEFT:
     case HOOK::BOTTOM_LEFT: return bottomRight_;
@@ -189,8 +181,7 @@ bool BookGeometry::isBeyondSpine(HOOK h, sf::Vector2f pointer) const
 
 sf::Vector2f BookGeometry::constrainTarget(HOOK h, sf::Vector2f target) const
 {
-    if (isEdgeHook(h))
-    {
+    if (isEdgeHook(h)) {
         // The page slides along the bottom edge and folds vertically.
         return {std::clamp(target.x, bottomLeft_.x, bottomRight_.x), bottomSpine_.y};
     }
@@ -213,12 +204,11 @@ sf::Vector2f BookGeometry::constrainTarget(HOOK h, sf::Vector2f target) const
 
 // ---- Fold -------------------------------------------------------------------------------------
 
-BookGeometry::Fold BookGeometry::computeFold(sf::Vector2f corner, sf::Vector2f hookCorner,
-                                             sf::Vector2f /*farSpineEnd*/, sf::Vector2f nearSpineEnd)
+BookGeometry::Fold BookGeometry::computeFold(sf::Vector2f corner, sf::Vector2f hookCorner, sf::Vector2f /*farSpineEnd*/,
+                                             sf::Vector2f nearSpineEnd)
 {
     Fold fold;
-    if (corner == hookCorner)
-    {
+    if (corner == hookCorner) {
         fold.foldAngle = -45.f;
         fold.pageAngle = 90.f;
         fold.centre = corner;
@@ -238,8 +228,7 @@ BookGeometry::Fold BookGeometry::computeFold(sf::Vector2f corner, sf::Vector2f h
 
     fold.centre = centre;
     fold.edgePoint = edge;
-    if (centre.y == edge.y)
-    {
+    if (centre.y == edge.y) {
         fold.foldAngle = 90.f;
         fold.pageAngle = 0.f;
         return fold;
@@ -276,8 +265,7 @@ BookGeometry::TurnPose BookGeometry::computeTurnPose(HOOK h, sf::Vector2f corner
 
     const float width = pageSize_.x;
     const float height = pageSize_.y;
-    switch (h)
-    {
+    switch (h) {
     case HOOK::TOP_RIGHT: pose.backOrigin = {0.f, 0.f}; break;
     case HOOK::RIGHT:
     case HOOK::BOTTOM_RIGHT: pose.backOrigin = {0.f, height}; break;

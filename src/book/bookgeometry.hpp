@@ -36,10 +36,10 @@ public:
     /// The fold of a page whose hook corner has moved to another place.
     struct Fold
     {
-        float foldAngle = 0.f;   ///< of the fold line
-        float pageAngle = 0.f;   ///< of the turning page's back
-        sf::Vector2f centre;     ///< middle of the moved corner and its hook corner
-        sf::Vector2f edgePoint;  ///< where the fold meets the edge through the hook corner
+        float foldAngle = 0.f;  ///< of the fold line
+        float pageAngle = 0.f;  ///< of the turning page's back
+        sf::Vector2f centre;    ///< middle of the moved corner and its hook corner
+        sf::Vector2f edgePoint; ///< where the fold meets the edge through the hook corner
     };
 
     /// Where a turning page goes and how it hangs.

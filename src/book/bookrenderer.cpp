@@ -23,8 +23,7 @@ constexpr float SHADOW_FADE_DISTANCE = 100.f;
 
 BookRenderer::BookRenderer(const BookGeometry& geometry)
     : geometry_(geometry)
-{
-}
+{}
 
 bool BookRenderer::loadResources(ryn::ResourceManager& resources)
 {
@@ -33,7 +32,7 @@ bool BookRenderer::loadResources(ryn::ResourceManager& resources)
     bloodSprites_[1].setTexture(resources.texture(TextureId::PaperBloodRight), true);
     shadowSprite_.setTexture(resources.texture(TextureId::Shadow), true);
     return loadFragmentShader(insideShader_, INSIDE_SHADER_SOURCE)
-        && loadFragmentShader(outsideShader_, OUTSIDE_SHADER_SOURCE);
+           && loadFragmentShader(outsideShader_, OUTSIDE_SHADER_SOURCE);
 }
 
 void BookRenderer::drawSpread(sf::RenderTarget& target, BookText& text, const PageTurn& turn, bool bloody)
@@ -64,18 +63,16 @@ void BookRenderer::drawTurn(sf::RenderTarget& target, BookText& text, const Page
     sf::Shader& revealedShader = forward ? insideShader_ : outsideShader_;
 
     const BookGeometry::TurnPose pose = geometry_.computeTurnPose(hook, turn.corner());
-    setShaderUniforms(static_cast<int>(target.getSize().y), pose.fold.foldAngle, pose.fold.edgePoint,
-                      turn.corner(), geometry_.getTargetCorner(hook), backShader, revealedShader);
+    setShaderUniforms(static_cast<int>(target.getSize().y), pose.fold.foldAngle, pose.fold.edgePoint, turn.corner(),
+                      geometry_.getTargetCorner(hook), backShader, revealedShader);
 
     const bool bloodyTurn = bloody && current + 4u == pages;
     drawPage(target, text, revealed, pose.revealedPosition, {}, 0.f, !forward, bloodyTurn, &revealedShader);
-    drawPage(target, text, back, turn.corner(), pose.backOrigin, pose.backRotation, forward, bloodyTurn,
-             &backShader);
+    drawPage(target, text, back, turn.corner(), pose.backOrigin, pose.backRotation, forward, bloodyTurn, &backShader);
 }
 
 void BookRenderer::setShaderUniforms(int height, float foldAngle, sf::Vector2f edgePoint, sf::Vector2f corner,
-                                     sf::Vector2f targetCorner, sf::Shader& backShader,
-                                     sf::Shader& revealedShader)
+                                     sf::Vector2f targetCorner, sf::Shader& backShader, sf::Shader& revealedShader)
 {
     // Strongest when the turn starts, gone when the corner arrives.
     const float shadowCoefficient = 1.f - ryn::lengthOf(targetCorner - corner) / (2.f * geometry_.pageSize().x);
@@ -107,8 +104,7 @@ void BookRenderer::drawPage(sf::RenderTarget& target, BookText& text, std::size_
     const sf::Texture* composed = pageCache_.get(key, size, smooth, [&](sf::RenderTarget& pageTarget) {
         drawPageLayers(pageTarget, text, page, {}, {}, 0.f, isLeftPage, isBloody, sf::RenderStates::Default);
     });
-    if (composed == nullptr)
-    {
+    if (composed == nullptr) {
         const sf::RenderStates states = shader != nullptr ? sf::RenderStates(shader) : sf::RenderStates::Default;
         drawPageLayers(target, text, page, position, origin, rotation, isLeftPage, isBloody, states);
         return;
@@ -122,13 +118,12 @@ void BookRenderer::drawPage(sf::RenderTarget& target, BookText& text, std::size_
     target.draw(sprite, states);
 }
 
-void BookRenderer::drawPageLayers(sf::RenderTarget& target, BookText& text, const Page& page,
-                                  sf::Vector2f position, sf::Vector2f origin, float rotation, bool isLeftPage,
-                                  bool isBloody, const sf::RenderStates& states)
+void BookRenderer::drawPageLayers(sf::RenderTarget& target, BookText& text, const Page& page, sf::Vector2f position,
+                                  sf::Vector2f origin, float rotation, bool isLeftPage, bool isBloody,
+                                  const sf::RenderStates& states)
 {
     sf::Sprite& paper = isBloody ? bloodSprites_[isLeftPage ? 0 : 1] : paperSprite_;
-    for (sf::Sprite* sprite : {&paper, &shadowSprite_})
-    {
+    for (sf::Sprite* sprite : {&paper, &shadowSprite_}) {
         sprite->setOrigin(origin);
         sprite->setPosition(position);
         sprite->setRotation(rotation);
@@ -136,8 +131,7 @@ void BookRenderer::drawPageLayers(sf::RenderTarget& target, BookText& text, cons
 
     // The shadow is painted for the spine side of a right page; a left page shows it mirrored.
     sf::IntRect shadowRect = shadowSprite_.getTextureRect();
-    if (isLeftPage != (shadowRect.width < 0))
-    {
+    if (isLeftPage != (shadowRect.width < 0)) {
         shadowRect.left += shadowRect.width;
         shadowRect.width = -shadowRect.width;
         shadowSprite_.setTextureRect(shadowRect);
@@ -145,8 +139,7 @@ void BookRenderer::drawPageLayers(sf::RenderTarget& target, BookText& text, cons
 
     target.draw(paper, states);
 
-    if (sf::Text* writing = text.writerText(page))
-    {
+    if (sf::Text* writing = text.writerText(page)) {
         writing->setString(page.text);
         writing->setOrigin(origin);
         writing->setPosition(position);

@@ -15,7 +15,9 @@ namespace
 class SilencedErrors
 {
 public:
-    SilencedErrors() : previous_(sf::err().rdbuf(&discard_)) {}
+    SilencedErrors()
+        : previous_(sf::err().rdbuf(&discard_))
+    {}
     ~SilencedErrors() { sf::err().rdbuf(previous_); }
     SilencedErrors(const SilencedErrors&) = delete;
     SilencedErrors& operator=(const SilencedErrors&) = delete;

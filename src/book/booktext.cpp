@@ -23,8 +23,7 @@ constexpr unsigned int WRITER_CHARACTER_SIZE = 20;
 BookText::BookText(sf::Vector2f pageSize, sf::Vector2f textPadding)
     : pageSize_(pageSize)
     , textPadding_(textPadding)
-{
-}
+{}
 
 void BookText::loadFonts(ryn::ResourceManager& resources)
 {
@@ -56,12 +55,9 @@ void BookText::appendChoice(const Choice& choice)
     if (pages_.empty())
         return;
     Page& last = pages_.back();
-    if (last.text.isEmpty())
-    {
+    if (last.text.isEmpty()) {
         last.text = choice.longDescription;
-    }
-    else
-    {
+    } else {
         last.text += sf::String(U'\n');
         last.text += choice.longDescription;
     }
@@ -74,8 +70,7 @@ void BookText::wrap(Page& page)
     wrapText(page, writerTexts_, pageSize_, textPadding_);
 }
 
-void BookText::wrapText(Page& page, std::vector<sf::Text>& writerTexts, sf::Vector2f pageSize,
-                        sf::Vector2f textPadding)
+void BookText::wrapText(Page& page, std::vector<sf::Text>& writerTexts, sf::Vector2f pageSize, sf::Vector2f textPadding)
 {
     const auto writer = static_cast<std::size_t>(page.writer);
     RYN_ASSERT(writer < writerTexts.size());

@@ -22,8 +22,7 @@ constexpr sf::Uint32 OPENING_GUILLEMET = U'\u00AB';
 /// French sets a space before these marks, and a line never starts with one of them.
 bool staysWithWordBefore(sf::Uint32 character)
 {
-    return character == U';' || character == U':' || character == U'!' || character == U'?'
-           || character == U'\u00BB';
+    return character == U';' || character == U':' || character == U'!' || character == U'?' || character == U'\u00BB';
 }
 
 /// Adds the text one character at a time and breaks where the reference would, measuring only
@@ -70,7 +69,9 @@ private:
 };
 
 LineBreaker::LineBreaker(const sf::Text& writer, float maxWidth)
-    : layout_(writer), transform_(writer.getTransform()), maxWidth_(maxWidth)
+    : layout_(writer)
+    , transform_(writer.getTransform())
+    , maxWidth_(maxWidth)
 {
     lines_.push_back(Line{});
     pen_ = TextLayout::penForLineAt(0);
@@ -79,8 +80,7 @@ LineBreaker::LineBreaker(const sf::Text& writer, float maxWidth)
 sf::String LineBreaker::run(const sf::String& source)
 {
     text_.reserve(source.getSize() + source.getSize() / 16);
-    for (std::size_t i = 0; i < source.getSize(); ++i)
-    {
+    for (std::size_t i = 0; i < source.getSize(); ++i) {
         append(source[i]);
         if (overflows())
             breakOverflow();
@@ -109,8 +109,7 @@ void LineBreaker::append(sf::Uint32 character)
 bool LineBreaker::overflows() const
 {
     TextLayout::Extent lines = pen_.extent;
-    if (!closedMinX_.empty())
-    {
+    if (!closedMinX_.empty()) {
         lines.minX = std::min(lines.minX, *closedMinX_.begin());
         lines.maxX = std::max(lines.maxX, *closedMaxX_.rbegin());
     }
@@ -150,8 +149,7 @@ void LineBreaker::breakAt(std::size_t blank)
                                        [](std::size_t index, const Line& l) { return index < l.start; })
                       - 1;
     const std::size_t start = line->start;
-    if (line + 1 == lines_.end())
-    {
+    if (line + 1 == lines_.end()) {
         closeOpenLine(layRange(start, blank + 1).extent, blank + 1);
         pen_ = layRange(blank + 1, text_.size());
         return;
@@ -178,17 +176,14 @@ void LineBreaker::breakOverlongWord()
     const std::size_t last = text_.size() - 1;
     const std::size_t start = lines_.back().start;
     const sf::Uint32 character = text_[last];
-    if (character == BLANK)
-    {
+    if (character == BLANK) {
         // The word fits but not the blank after it: the blank itself ends the line.
         if (!blanks_.empty() && blanks_.back() == last)
             blanks_.pop_back();
         text_[last] = LINE_FEED;
         closeOpenLine(layRange(start, last + 1).extent, last + 1);
         pen_ = TextLayout::penForLineAt(last + 1);
-    }
-    else if (last > start && character != LINE_FEED)
-    {
+    } else if (last > start && character != LINE_FEED) {
         text_.insert(text_.begin() + static_cast<std::ptrdiff_t>(last), LINE_FEED);
         closeOpenLine(layRange(start, last + 1).extent, last + 1);
         pen_ = layRange(last + 1, text_.size());
@@ -234,8 +229,7 @@ sf::String breakLines(const sf::String& text, sf::Text& writer, float maxWidth)
     return LineBreaker(writer, maxWidth).run(text);
 }
 
-sf::String breakLines(const sf::String& text, const sf::Font& font, unsigned int characterSize,
-                      float maxWidth)
+sf::String breakLines(const sf::String& text, const sf::Font& font, unsigned int characterSize, float maxWidth)
 {
     sf::Text writer("", font, characterSize);
     return breakLines(text, writer, maxWidth);

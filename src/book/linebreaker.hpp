@@ -20,7 +20,6 @@ namespace orane
 sf::String breakLines(const sf::String& text, sf::Text& writer, float maxWidth);
 
 /// The same with a text object of the given font and character size, SFML's default style.
-sf::String breakLines(const sf::String& text, const sf::Font& font, unsigned int characterSize,
-                      float maxWidth);
+sf::String breakLines(const sf::String& text, const sf::Font& font, unsigned int characterSize, float maxWidth);
 
 } // namespace orane

@@ -9,20 +9,17 @@ const sf::BlendMode PageCache::PREMULTIPLIED_ALPHA(sf::BlendMode::One, sf::Blend
 
 bool PageCache::Key::operator==(const Key& other) const
 {
-    return page == other.page && leftPage == other.leftPage && bloody == other.bloody &&
-           revision == other.revision;
+    return page == other.page && leftPage == other.leftPage && bloody == other.bloody && revision == other.revision;
 }
 
 PageCache::PageCache(std::size_t capacity)
     : capacity_(std::max<std::size_t>(capacity, 1))
-{
-}
+{}
 
 const sf::Texture* PageCache::get(const Key& key, sf::Vector2u size, bool smooth, const Compose& compose)
 {
     ++uses_;
-    if (Entry* kept = find(key))
-    {
+    if (Entry* kept = find(key)) {
         kept->lastUse = uses_;
         kept->texture->setSmooth(smooth);
         return &kept->texture->getTexture();
@@ -52,14 +49,11 @@ PageCache::Entry* PageCache::makeRoom(sf::Vector2u size)
 {
     if (entries_.size() < capacity_)
         entries_.emplace_back();
-    Entry* entry = &*std::min_element(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) {
-        return a.lastUse < b.lastUse;
-    });
-    if (!entry->texture || entry->texture->getSize() != size)
-    {
+    Entry* entry = &*std::min_element(entries_.begin(), entries_.end(),
+                                      [](const Entry& a, const Entry& b) { return a.lastUse < b.lastUse; });
+    if (!entry->texture || entry->texture->getSize() != size) {
         auto texture = std::make_unique<sf::RenderTexture>();
-        if (!texture->create(size.x, size.y))
-        {
+        if (!texture->create(size.x, size.y)) {
             entry->texture.reset();
             return nullptr;
         }

@@ -7,8 +7,7 @@ namespace orane
 
 PageTurn::PageTurn(const BookGeometry& geometry)
     : geometry_(geometry)
-{
-}
+{}
 
 bool PageTurn::finishNearlyDoneTurn()
 {
@@ -36,8 +35,7 @@ void PageTurn::release(sf::Vector2f pointer)
 {
     if (state_ != STATE::DRAGGING)
         return;
-    if (!geometry_.isBeyondSpine(hook_, pointer))
-    {
+    if (!geometry_.isBeyondSpine(hook_, pointer)) {
         letGo();
         return;
     }
@@ -47,14 +45,11 @@ void PageTurn::release(sf::Vector2f pointer)
 
 bool PageTurn::update()
 {
-    if (state_ == STATE::IDLE)
-    {
+    if (state_ == STATE::IDLE) {
         HOOK h = HOOK::COUNT;
         if (geometry_.findHook(pointer_, h) && canTurn(h))
             lift(h);
-    }
-    else if (state_ == STATE::PEEKING && !geometry_.isInHook(pointer_, hook_))
-    {
+    } else if (state_ == STATE::PEEKING && !geometry_.isInHook(pointer_, hook_)) {
         letGo();
     }
     if (state_ == STATE::DRAGGING)
@@ -67,7 +62,7 @@ bool PageTurn::update()
 bool PageTurn::canTurn(HOOK h) const
 {
     return (BookGeometry::isForwardHook(h) && currentPage_ + 2u < pageCount_)
-        || (BookGeometry::isBackwardHook(h) && currentPage_ != 0);
+           || (BookGeometry::isBackwardHook(h) && currentPage_ != 0);
 }
 
 bool PageTurn::isOnLastSpread() const
@@ -106,12 +101,9 @@ bool PageTurn::finishMotion()
 {
     if (corner_ != target_)
         return false;
-    if (state_ == STATE::RETURNING)
-    {
+    if (state_ == STATE::RETURNING) {
         state_ = STATE::IDLE;
-    }
-    else if (state_ == STATE::TURNING)
-    {
+    } else if (state_ == STATE::TURNING) {
         endTurn();
         return true;
     }

@@ -75,8 +75,7 @@ void TextLayout::lay(Pen& pen, sf::Uint32 character)
     pen.previous = character;
     Extent& extent = pen.extent;
 
-    if (character == U' ' || character == U'\n' || character == U'\t')
-    {
+    if (character == U' ' || character == U'\n' || character == U'\t') {
         extent.minX = std::min(extent.minX, pen.x);
         if (character == U' ')
             pen.x += whitespaceWidth_;

@@ -33,8 +33,7 @@ public:
         , diagnostics_(diagnostics)
         , buffers_(buffers)
         , layout_(layout)
-    {
-    }
+    {}
 
     bool read(const std::vector<CodePointView>& lines)
     {
@@ -239,12 +238,8 @@ private:
     void readTextLine(CodePointView line, std::uint32_t number)
     {
         switch (writer_) {
-        case Writer::Orane:
-            appendLine(buffers_.oraneText, line);
-            break;
-        case Writer::Nathan:
-            appendLine(buffers_.nathanText, line);
-            break;
+        case Writer::Orane: appendLine(buffers_.oraneText, line); break;
+        case Writer::Nathan: appendLine(buffers_.nathanText, line); break;
         case Writer::None:
             report(KIND::TEXT_WITHOUT_WRITER,
                    L"Found text without token without previous tokens " + TOKEN_ORANE + L" or " + TOKEN_NATHAN
@@ -374,8 +369,8 @@ bool Scene::checkGameLogic(std::uint32_t firstLine, Diagnostics& diagnostics) co
                                     "know where to go next"});
     }
     if (hasForward && !choices.empty()) {
-        details.push_back({1, "Found " + std::to_string(choices.size()) + " choices and "
-                                  + TOKEN_FORWARD.toAnsiString() + " was found. You can't put both."});
+        details.push_back({1, "Found " + std::to_string(choices.size()) + " choices and " + TOKEN_FORWARD.toAnsiString()
+                                  + " was found. You can't put both."});
     }
     if (!invalidChoices.empty()) {
         details.push_back({1, "Found " + std::to_string(invalidChoices.size()) + " invalid choices."});

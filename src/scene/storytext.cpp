@@ -86,23 +86,12 @@ LineTokens findLineTokens(CodePointView line)
     LineTokens found;
     const auto lookAt = [&](std::size_t index) {
         switch (line[index]) {
-        case U'F':
-            found.forward = found.forward || tokenAt(line, index, forward);
-            break;
-        case U'O':
-            found.orane = found.orane || tokenAt(line, index, orane);
-            break;
-        case U'N':
-            found.nathan = found.nathan || tokenAt(line, index, nathan);
-            break;
-        case U'*':
-            found.choice = true;
-            break;
-        case U'-':
-            found.nextScene = found.nextScene || tokenAt(line, index, nextScene);
-            break;
-        default:
-            break;
+        case U'F': found.forward = found.forward || tokenAt(line, index, forward); break;
+        case U'O': found.orane = found.orane || tokenAt(line, index, orane); break;
+        case U'N': found.nathan = found.nathan || tokenAt(line, index, nathan); break;
+        case U'*': found.choice = true; break;
+        case U'-': found.nextScene = found.nextScene || tokenAt(line, index, nextScene); break;
+        default: break;
         }
     };
     // Prose seldom holds a character that starts a token: eight code points at a time are
@@ -167,7 +156,8 @@ sf::String trimWhitespace(const sf::String& text)
 
 bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumber)
 {
-    return printingReports([&](Diagnostics& diagnostics) { return readChoiceBrief(line, choice, lineNumber, diagnostics); });
+    return printingReports(
+        [&](Diagnostics& diagnostics) { return readChoiceBrief(line, choice, lineNumber, diagnostics); });
 }
 
 bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumber, Diagnostics& diagnostics)
@@ -183,7 +173,8 @@ bool readChoiceBrief(CodePointView line, Choice& choice, std::uint32_t lineNumbe
 
 bool readChoiceTarget(CodePointView line, Choice& choice, std::uint32_t lineNumber)
 {
-    return printingReports([&](Diagnostics& diagnostics) { return readChoiceTarget(line, choice, lineNumber, diagnostics); });
+    return printingReports(
+        [&](Diagnostics& diagnostics) { return readChoiceTarget(line, choice, lineNumber, diagnostics); });
 }
 
 bool readChoiceTarget(CodePointView line, Choice& choice, std::uint32_t lineNumber, Diagnostics& diagnostics)

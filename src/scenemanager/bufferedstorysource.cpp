@@ -7,8 +7,7 @@ namespace orane
 
 BufferedStorySource::BufferedStorySource(const StorySource* fallback)
     : fallback_(fallback != nullptr ? fallback : &disk_)
-{
-}
+{}
 
 void BufferedStorySource::setBuffer(const std::string& path, std::string bytes)
 {

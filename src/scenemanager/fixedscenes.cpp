@@ -43,14 +43,13 @@ void composeHub(Scene& hub, const std::map<sf::String, bool>& suspectsVisited, b
     hub.choices.clear();
     for (const auto& [name, visited] : suspectsVisited) {
         if (!visited) {
-            hub.choices.push_back(makeChoice(L"le " + name, L"Je vais partir sur le " + name,
-                                             name + SUSPECT_BEGIN_SUFFIX));
+            hub.choices.push_back(
+                makeChoice(L"le " + name, L"Je vais partir sur le " + name, name + SUSPECT_BEGIN_SUFFIX));
         }
     }
     if (offerArrest) {
-        hub.choices.push_back(makeChoice(L"Je pense avoir mon coupable.",
-                                         L"Je peux peut être confondre le coupable",
-                                         ARREST_SCENE_NAME));
+        hub.choices.push_back(
+            makeChoice(L"Je pense avoir mon coupable.", L"Je peux peut être confondre le coupable", ARREST_SCENE_NAME));
     }
 }
 
@@ -62,13 +61,13 @@ void composeArrest(Scene& arrest, const std::map<sf::String, bool>& suspectsVisi
                        + L"Je devrais révéler ce carnet. Cela peut nous mettre en danger si vous "
                          L"vous trompez. Choisissez bien.";
     arrest.choices.clear();
-    arrest.choices.push_back(makeChoice(
-        L"Je ne sais pas encore.", L"Je ne peux vous donner de nom, il faut que je continue d'enquêter",
-        HUB_SCENE_NAME));
+    arrest.choices.push_back(makeChoice(L"Je ne sais pas encore.",
+                                        L"Je ne peux vous donner de nom, il faut que je continue d'enquêter",
+                                        HUB_SCENE_NAME));
     for (const auto& [name, visited] : suspectsVisited) {
         if (visited) {
-            arrest.choices.push_back(makeChoice(L"le " + name, L"Je pense que notre lascard est le " + name,
-                                                name + SUSPECT_ARREST_SUFFIX));
+            arrest.choices.push_back(
+                makeChoice(L"le " + name, L"Je pense que notre lascard est le " + name, name + SUSPECT_ARREST_SUFFIX));
         }
     }
 }

@@ -7,8 +7,7 @@ namespace orane
 
 PlayRules::PlayRules(const Story& story)
     : story_(story)
-{
-}
+{}
 
 PlayPosition PlayRules::start() const
 {
@@ -67,7 +66,8 @@ bool PlayRules::isEnding(Story::SceneId scene) const
     return scene != Story::UNKNOWN_SCENE && (scene == story_.endScene() || scene == story_.gameOverScene());
 }
 
-std::optional<std::size_t> PlayRules::nthSuspect(const PlayPosition& position, std::size_t rank, bool investigated) const
+std::optional<std::size_t> PlayRules::nthSuspect(const PlayPosition& position, std::size_t rank,
+                                                 bool investigated) const
 {
     for (std::size_t suspect = 0; suspect < story_.suspects().size(); ++suspect) {
         if (position.investigated.contains(suspect) != investigated)

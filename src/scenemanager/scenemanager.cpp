@@ -18,8 +18,7 @@ const std::string SceneManager::DEFAULT_STORIES_DIRECTORY = "resources/stories/"
 SceneManager::SceneManager(SceneManagerOwner* owner)
     : owner_(owner)
     , unknownScene_(START_SCENE_NAME)
-{
-}
+{}
 
 void SceneManager::setNewSceneCallback(std::function<void(const Scene&)> callback)
 {
@@ -91,7 +90,7 @@ void SceneManager::applyChoice(std::int32_t choiceNb)
     const Scene& current = getCurrentScene();
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wsign-compare" // choiceNb is known to be positive there
-    RYN_ASSERT(!current.choices.empty() && (choiceNb >= 0 ) && (choiceNb < current.choices.size()));
+    RYN_ASSERT(!current.choices.empty() && (choiceNb >= 0) && (choiceNb < current.choices.size()));
     const bool inRange = choiceNb >= 0 && choiceNb < current.choices.size();
 #pragma GCC diagnostic pop
     if (!inRange)
@@ -182,7 +181,8 @@ void SceneManager::refreshSuspectsVisited()
     suspectsVisited_.clear();
     const std::vector<sf::String>& suspects = story_.suspects();
     for (std::size_t suspect = 0; suspect < suspects.size(); ++suspect)
-        suspectsVisited_.emplace_hint(suspectsVisited_.end(), suspects[suspect], position_.investigated.contains(suspect));
+        suspectsVisited_.emplace_hint(suspectsVisited_.end(), suspects[suspect],
+                                      position_.investigated.contains(suspect));
 }
 
 bool SceneManager::checkLinks() const

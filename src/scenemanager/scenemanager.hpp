@@ -1,9 +1,9 @@
 #pragma once
 
-#include "scene/scene.hpp"
-#include "scenemanager/scenemanagerowner.hpp"
 #include "scene/diagnostic.hpp"
+#include "scene/scene.hpp"
 #include "scenemanager/playposition.hpp"
+#include "scenemanager/scenemanagerowner.hpp"
 #include "scenemanager/scenemap.hpp"
 #include "scenemanager/story.hpp"
 

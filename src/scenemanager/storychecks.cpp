@@ -62,10 +62,10 @@ bool StoryChecks::checkLinks(const Story& story, const SceneIndex& index, Diagno
     for (const SceneIndex::Entry* entry : index.entries()) {
         const auto& [key, scene] = *entry;
         if (!scene.forward.isEmpty() && !leadsSomewhere(scene.forward)) {
-            diagnostics.push_back(sceneFault(story, key, KIND::BROKEN_FORWARD,
-                                             "Scene " + quoted(key) + " forwards to non-existing scene "
-                                                 + quoted(scene.forward) + ".",
-                                             &SceneSource::forward));
+            diagnostics.push_back(
+                sceneFault(story, key, KIND::BROKEN_FORWARD,
+                           "Scene " + quoted(key) + " forwards to non-existing scene " + quoted(scene.forward) + ".",
+                           &SceneSource::forward));
             allFound = false;
         }
         for (std::size_t choice = 0; choice < scene.choices.size(); ++choice) {
@@ -142,8 +142,8 @@ bool StoryChecks::checkSuspectScenes(const Story& story, const SceneIndex& index
         }
         for (const sf::String& suffix : {SUSPECT_BEGIN_SUFFIX, SUSPECT_ARREST_SUFFIX}) {
             if (story.scenes().count(name + suffix) == 0) {
-                diagnostics.push_back(suspectFault(story, name, "Suspect " + quoted(name) + " has no scene "
-                                                                    + quoted(name + suffix) + "."));
+                diagnostics.push_back(suspectFault(
+                    story, name, "Suspect " + quoted(name) + " has no scene " + quoted(name + suffix) + "."));
                 playable = false;
             }
         }

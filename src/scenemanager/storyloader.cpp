@@ -81,8 +81,7 @@ struct StoryLoader::StoringPlaces
 
 StoryLoader::StoryLoader(const StorySource& source)
     : source_(source)
-{
-}
+{}
 
 StoryLoader::Result StoryLoader::load(const std::string& directory, Options options)
 {
@@ -114,13 +113,11 @@ StoryLoader::SUSPECTS StoryLoader::readSuspects(Story& story, const std::string&
             fileFault(KIND::SUSPECTS_UNREADABLE, path, "coudln't open file resources/stories/suspects.ini"));
         return SUSPECTS::CANNOT_OPEN;
     case TextFile::STATUS::INVALID_UTF8:
-        diagnostics.push_back(invalidUtf8(path, static_cast<std::uint32_t>(file.invalidLineIndex()), file.invalidLineIndex()));
+        diagnostics.push_back(
+            invalidUtf8(path, static_cast<std::uint32_t>(file.invalidLineIndex()), file.invalidLineIndex()));
         return SUSPECTS::FAULTY;
-    case TextFile::STATUS::TOO_LARGE:
-        diagnostics.push_back(tooLarge(path, file.byteCount()));
-        return SUSPECTS::FAULTY;
-    case TextFile::STATUS::READ:
-        break;
+    case TextFile::STATUS::TOO_LARGE: diagnostics.push_back(tooLarge(path, file.byteCount())); return SUSPECTS::FAULTY;
+    case TextFile::STATUS::READ: break;
     }
     // sf::String's own order is code-point order; a name met again keeps its first line.
     std::map<sf::String, std::uint32_t> firstLines;
@@ -177,11 +174,8 @@ bool StoryLoader::readFile(Story& story, const std::string& path, Diagnostics& d
     case TextFile::STATUS::INVALID_UTF8:
         diagnostics.push_back(invalidUtf8(path, countedLinesBeforeInvalid(file), file.invalidLineIndex()));
         return false;
-    case TextFile::STATUS::TOO_LARGE:
-        diagnostics.push_back(tooLarge(path, file.byteCount()));
-        return false;
-    case TextFile::STATUS::READ:
-        break;
+    case TextFile::STATUS::TOO_LARGE: diagnostics.push_back(tooLarge(path, file.byteCount())); return false;
+    case TextFile::STATUS::READ: break;
     }
 
     StoringPlaces places{story.scenes_.end(), story.sources_.end()};
@@ -200,8 +194,9 @@ bool StoryLoader::readFile(Story& story, const std::string& path, Diagnostics& d
             if (!block_.empty()) {
                 const std::uint32_t firstLine = counter - static_cast<std::uint32_t>(block_.size());
                 if (!readBlock(story, firstLine, fileIndex, places, diagnostics)) {
-                    Diagnostic notRead = fileFault(KIND::SCENE_NOT_READ, path,
-                                                   "couldn't deserialize scene starting at line " + std::to_string(firstLine));
+                    Diagnostic notRead =
+                        fileFault(KIND::SCENE_NOT_READ, path,
+                                  "couldn't deserialize scene starting at line " + std::to_string(firstLine));
                     notRead.line = firstLine;
                     notRead.fileLine = blockFileLines_.front();
                     diagnostics.push_back(std::move(notRead));
@@ -220,14 +215,14 @@ bool StoryLoader::readFile(Story& story, const std::string& path, Diagnostics& d
     }
 
     if (block_.empty()) {
-        diagnostics.push_back(fileFault(KIND::NO_SCENE_IN_FILE, path,
-                                        "no scene found in file " + path
-                                            + ". A story file must hold at least one SCENE line."));
+        diagnostics.push_back(
+            fileFault(KIND::NO_SCENE_IN_FILE, path,
+                      "no scene found in file " + path + ". A story file must hold at least one SCENE line."));
         return false;
     }
     if (!readBlock(story, counter - static_cast<std::uint32_t>(block_.size()), fileIndex, places, diagnostics)) {
-        Diagnostic notRead =
-            fileFault(KIND::SCENE_NOT_READ, path, "couldn't deserialize scene ending at line " + std::to_string(counter));
+        Diagnostic notRead = fileFault(KIND::SCENE_NOT_READ, path,
+                                       "couldn't deserialize scene ending at line " + std::to_string(counter));
         notRead.line = counter;
         notRead.fileLine = blockFileLines_.front();
         diagnostics.push_back(std::move(notRead));
@@ -264,7 +259,8 @@ bool StoryLoader::readBlock(Story& story, std::uint32_t firstLine, std::uint32_t
     const auto position = story.scenes_.insert(places.scene, std::move(node));
     if (node.empty()) {
         places.scene = std::next(position);
-        places.source = std::next(story.sources_.emplace_hint(places.source, position->first, sourceOf(firstLine, fileIndex)));
+        places.source =
+            std::next(story.sources_.emplace_hint(places.source, position->first, sourceOf(firstLine, fileIndex)));
     } else {
         story.skippedScenes_.push_back(Story::SkippedScene{
             node.mapped().name, Story::SceneOrigin{story.files_[fileIndex].path, firstLine}, blockFileLines_.front()});

@@ -1,11 +1,10 @@
 #include "inkstorywriter.hpp"
 #include "oranestorywriter.hpp"
+#include "scenemanager/scenemanager.hpp"
 #include "storyplanner.hpp"
 #include "temporarystory.hpp"
 
-#include "scenemanager/scenemanager.hpp"
-
-#include "ryn/core/console.hpp"
+#include <ryn/core/console.hpp>
 
 #include <gtest/gtest.h>
 
@@ -83,8 +82,7 @@ TEST(StoryGenerator, APlaythroughVisitsEverySuspectAndEndsWell)
         ASSERT_FALSE(scene.choices.empty()) << utf8(manager.currentSceneName());
         std::int32_t answer = 0;
         if (manager.currentSceneName() == "arrest") {
-            const bool everyoneSeen = std::all_of(manager.suspectsVisited().begin(),
-                                                  manager.suspectsVisited().end(),
+            const bool everyoneSeen = std::all_of(manager.suspectsVisited().begin(), manager.suspectsVisited().end(),
                                                   [](const auto& suspect) { return suspect.second; });
             if (everyoneSeen) {
                 for (std::size_t i = 0; i < scene.choices.size(); ++i)
@@ -102,8 +100,8 @@ TEST(StoryGenerator, APlaythroughVisitsEverySuspectAndEndsWell)
 
 void expectSafeText(const std::string& text)
 {
-    for (const char* forbidden : {"SCENE", "ORANE", "NATHAN", "FORWARD", "*", "->", "{", "}", "[", "]",
-                                  "|", "#", "~", "/", "<", ">", "\n"})
+    for (const char* forbidden :
+         {"SCENE", "ORANE", "NATHAN", "FORWARD", "*", "->", "{", "}", "[", "]", "|", "#", "~", "/", "<", ">", "\n"})
         EXPECT_EQ(text.find(forbidden), std::string::npos) << '"' << forbidden << "\" in: " << text;
     ASSERT_FALSE(text.empty());
     EXPECT_EQ(std::string("-=+ ").find(text.front()), std::string::npos) << text;

@@ -3,7 +3,6 @@
 // apart. The shadow darkens 24 pixels along the spine edge of a right page.
 
 #include "booktesting.hpp"
-
 #include "resourceids.hpp"
 
 #include <ryn/core/components.hpp>
@@ -22,7 +21,9 @@ namespace fs = std::filesystem;
 class TestResources : public ryn::ResourceManager
 {
 public:
-    explicit TestResources(const fs::path& textures) : textures_(textures) {}
+    explicit TestResources(const fs::path& textures)
+        : textures_(textures)
+    {}
 
     bool init() override { return true; }
 

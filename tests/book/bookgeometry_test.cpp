@@ -28,8 +28,7 @@ const sf::Vector2f BOTTOM_RIGHT(1242.f, 856.f);
 /// Updates until the turn rests again; the number of frames, or -1 past `limit`.
 int settle(PageTurn& turn, int limit = 2000)
 {
-    for (int frame = 1; frame <= limit; ++frame)
-    {
+    for (int frame = 1; frame <= limit; ++frame) {
         turn.update();
         if (turn.state() == STATE::IDLE)
             return frame;
@@ -94,8 +93,7 @@ TEST(BookGeometry, ADraggedCornerStaysOnTheSpine)
 
     EXPECT_EQ(sf::Vector2f(1000.f, 300.f), book.constrainTarget(HOOK::TOP_RIGHT, {1000.f, 300.f}));
     for (const sf::Vector2f pointer : {sf::Vector2f(1800.f, 100.f), sf::Vector2f(1300.f, 1100.f),
-                                       sf::Vector2f(900.f, -400.f), sf::Vector2f(-500.f, 900.f)})
-    {
+                                       sf::Vector2f(900.f, -400.f), sf::Vector2f(-500.f, 900.f)}) {
         const sf::Vector2f held = book.constrainTarget(HOOK::TOP_RIGHT, pointer);
         EXPECT_LE(ryn::lengthOf(held - TOP_SPINE), 440.01f) << pointer.x << ", " << pointer.y;
         EXPECT_LE(ryn::lengthOf(held - BOTTOM_SPINE), 809.95f) << pointer.x << ", " << pointer.y;
@@ -117,8 +115,7 @@ TEST(BookGeometry, FoldWorkedExampleAndTheFixedCases)
     EXPECT_EQ(TOP_SPINE, atRest.edgePoint);
 
     // Edge hooks: a vertical fold and an unrotated back, both directions.
-    for (const sf::Vector2f hookCorner : {BOTTOM_RIGHT, BOTTOM_LEFT})
-    {
+    for (const sf::Vector2f hookCorner : {BOTTOM_RIGHT, BOTTOM_LEFT}) {
         const BookGeometry::Fold edge = BookGeometry::computeFold({700.f, 856.f}, hookCorner, TOP_SPINE, BOTTOM_SPINE);
         EXPECT_EQ(90.f, edge.foldAngle);
         EXPECT_EQ(0.f, edge.pageAngle);

@@ -1,8 +1,7 @@
 #include "book/book.hpp"
 #include "book/bookshaders.hpp"
-#include "scene/choice.hpp"
-
 #include "booktesting.hpp"
+#include "scene/choice.hpp"
 
 #include <ryn/core/vectors.hpp>
 
@@ -37,20 +36,19 @@ sf::Image render(orane::Book& book, const std::string& shot)
 
 ::testing::AssertionResult shows(const sf::Image& image, sf::Vector2f at, sf::Color expected)
 {
-    const sf::Color c = image.getPixel(static_cast<unsigned int>(std::lround(at.x)),
-                                       static_cast<unsigned int>(std::lround(at.y)));
+    const sf::Color c =
+        image.getPixel(static_cast<unsigned int>(std::lround(at.x)), static_cast<unsigned int>(std::lround(at.y)));
     if (std::abs(c.r - expected.r) <= 3 && std::abs(c.g - expected.g) <= 3 && std::abs(c.b - expected.b) <= 3)
         return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << "(" << +c.r << ", " << +c.g << ", " << +c.b << ") at ("
-                                         << at.x << ", " << at.y << ")";
+    return ::testing::AssertionFailure() << "(" << +c.r << ", " << +c.g << ", " << +c.b << ") at (" << at.x << ", "
+                                         << at.y << ")";
 }
 
 int inkPixels(const sf::Image& image, sf::IntRect area)
 {
     int count = 0;
     for (int x = area.left; x < area.left + area.width; ++x)
-        for (int y = area.top; y < area.top + area.height; ++y)
-        {
+        for (int y = area.top; y < area.top + area.height; ++y) {
             const sf::Color c = image.getPixel(static_cast<unsigned int>(x), static_cast<unsigned int>(y));
             count += c.r + c.g + c.b < 240 ? 1 : 0;
         }
@@ -72,7 +70,7 @@ TEST(BookShaders, CompileWithoutReportingTheExpectedFirstRefusal)
     sf::Shader inside;
     sf::Shader outside;
     const bool loaded = orane::loadFragmentShader(inside, orane::INSIDE_SHADER_SOURCE)
-                     && orane::loadFragmentShader(outside, orane::OUTSIDE_SHADER_SOURCE);
+                        && orane::loadFragmentShader(outside, orane::OUTSIDE_SHADER_SOURCE);
     const std::string quiet = errors.str();
     sf::Shader broken;
     const bool brokenLoaded = orane::loadFragmentShader(broken, "void main() { gl_FragColor = nothing; }");

@@ -37,13 +37,13 @@ inline const sf::Font& resourceFont(const std::string& name)
 {
     static std::map<std::string, std::unique_ptr<sf::Font>> fonts;
     std::unique_ptr<sf::Font>& font = fonts[name];
-    if (!font)
-    {
+    if (!font) {
         font = std::make_unique<sf::Font>();
         const std::string path = std::string(ORANE_BINARY_DIR) + "/resources/fonts/" + name;
         if (!font->loadFromFile(path))
-            ADD_FAILURE() << "cannot load " << path << ": the build makes it from Debian's font packages "
-                          "(sh scripts/setup.sh installs them; build the target orane_resources)";
+            ADD_FAILURE() << "cannot load " << path
+                          << ": the build makes it from Debian's font packages "
+                             "(sh scripts/setup.sh installs them; build the target orane_resources)";
     }
     return *font;
 }
@@ -59,8 +59,7 @@ inline orane::Scene scene(const std::string& oraneText, const std::string& natha
 /// Loads the book's resources (once is enough) and writes `scenes` short scenes in it.
 inline void fill(orane::Book& book, int scenes)
 {
-    if (book.getPages().empty())
-    {
+    if (book.getPages().empty()) {
         ASSERT_TRUE(book.loadResources());
     }
     for (int i = 0; i < scenes; ++i)

@@ -1,6 +1,5 @@
 #include "book/book.hpp"
 #include "book/linebreaker.hpp"
-
 #include "booktesting.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
 #include "book/linebreaker.hpp"
-#include "referencelinebreaker.hpp"
-
 #include "booktesting.hpp"
+#include "referencelinebreaker.hpp"
 
 #include <SFML/Graphics/Text.hpp>
 
@@ -38,11 +37,9 @@ std::vector<sf::String> shuffledTexts(unsigned int seed, int count, int maxWords
 
     std::mt19937 random(seed);
     std::vector<sf::String> texts;
-    for (int t = 0; t < count; ++t)
-    {
+    for (int t = 0; t < count; ++t) {
         std::string text;
-        for (int w = 1 + static_cast<int>(random() % maxWords); w > 0; --w)
-        {
+        for (int w = 1 + static_cast<int>(random() % maxWords); w > 0; --w) {
             text += words[random() % words.size()];
             const unsigned int roll = static_cast<unsigned int>(random() % 40);
             text += roll < separators.size() ? separators[roll] : " ";
@@ -63,10 +60,8 @@ sf::String withoutBoundBlanks(const sf::String& text)
 {
     sf::String kept;
     std::size_t i = 0;
-    while (i < text.getSize())
-    {
-        if (text[i] != U' ')
-        {
+    while (i < text.getSize()) {
+        if (text[i] != U' ') {
             kept += text[i++];
             continue;
         }
@@ -91,8 +86,7 @@ float boundsWidth(sf::Text& writer, const sf::String& text)
 std::vector<sf::String> linesOf(const sf::String& text)
 {
     std::vector<sf::String> lines(1);
-    for (std::size_t i = 0; i < text.getSize(); ++i)
-    {
+    for (std::size_t i = 0; i < text.getSize(); ++i) {
         if (text[i] == U'\n')
             lines.emplace_back();
         else
@@ -120,8 +114,7 @@ TEST_P(LineBreakerTest, BreaksLikeTheReference)
     for (const float width : {LINE_WIDTH, 250.f, 120.f})
         EXPECT_EQ(utf8(orane::breakLinesReference(prose, reference, width)),
                   utf8(orane::breakLines(prose, game, width)));
-    for (const sf::String& shuffled : shuffledTexts(2024, 100, 160))
-    {
+    for (const sf::String& shuffled : shuffledTexts(2024, 100, 160)) {
         const sf::String text = withoutBoundBlanks(shuffled);
         ASSERT_EQ(utf8(orane::breakLinesReference(text, reference, LINE_WIDTH)),
                   utf8(orane::breakLines(text, game, LINE_WIDTH)));
@@ -130,8 +123,7 @@ TEST_P(LineBreakerTest, BreaksLikeTheReference)
     // In italics a descender at the start of a line reaches left of the pen, so the text's
     // bounds are wider than any of its lines: the reference then breaks an earlier line.
     game.setStyle(sf::Text::Italic);
-    for (const sf::String& shuffled : shuffledTexts(7, 40, 60))
-    {
+    for (const sf::String& shuffled : shuffledTexts(7, 40, 60)) {
         const sf::String text = withoutBoundBlanks(shuffled);
         ASSERT_EQ(utf8(orane::breakLinesReference(text, game, LINE_WIDTH)),
                   utf8(orane::breakLines(text, game, LINE_WIDTH)));
@@ -151,8 +143,7 @@ TEST_P(LineBreakerTest, BreaksLikeTheReferenceWhenChoicesAreAppended)
     sf::Text text = writer();
     sf::String game = orane::breakLines(withoutBoundBlanks(u8(FRENCH_PROSE)), text, LINE_WIDTH);
     sf::String reference = game;
-    for (const sf::String& shuffled : shuffledTexts(99, 8, 30))
-    {
+    for (const sf::String& shuffled : shuffledTexts(99, 8, 30)) {
         const sf::String answer = withoutBoundBlanks(shuffled);
         game = orane::breakLines(game + sf::String(U'\n') + answer, text, LINE_WIDTH);
         reference = orane::breakLinesReference(reference + sf::String(U'\n') + answer, text, LINE_WIDTH);
@@ -164,8 +155,7 @@ TEST_P(LineBreakerTest, KeepsTheRulesOfThePage)
 {
     sf::Text text = writer();
     using Breaker = sf::String (*)(const sf::String&, sf::Text&, float);
-    for (const Breaker breaker : {Breaker(&orane::breakLines), Breaker(&orane::breakLinesReference)})
-    {
+    for (const Breaker breaker : {Breaker(&orane::breakLines), Breaker(&orane::breakLinesReference)}) {
         const auto wrap = [&](const std::string& source, float width) {
             return utf8(breaker(u8(source), text, width));
         };
@@ -173,8 +163,7 @@ TEST_P(LineBreakerTest, KeepsTheRulesOfThePage)
 
         // The third word overflows while it is added: the blank before it becomes the break;
         // a line feed of the story stays and is never taken as a break point.
-        const float twoWords =
-            std::max(boundsWidth(text, u8("cher ami")), boundsWidth(text, u8("cher ami ")));
+        const float twoWords = std::max(boundsWidth(text, u8("cher ami")), boundsWidth(text, u8("cher ami ")));
         EXPECT_EQ("cher ami\nvotre", wrap("cher ami votre", twoWords + 1.f));
         EXPECT_EQ("cher ami\nvotre\nlettre", wrap("cher ami\nvotre lettre", twoWords + 1.f));
 
@@ -212,8 +201,7 @@ TEST_P(LineBreakerTest, BreaksInsideAWordWiderThanTheLine)
     ASSERT_GE(lines.size(), 3u);
     EXPECT_EQ("Il a écrit", utf8(lines[0]));
     sf::String letters;
-    for (const sf::String& line : lines)
-    {
+    for (const sf::String& line : lines) {
         EXPECT_LE(boundsWidth(text, line), LINE_WIDTH) << utf8(line);
         letters += line;
     }
@@ -256,12 +244,10 @@ TEST_P(LineBreakerTest, KeepsFrenchMarksWithTheirWords)
 
     // Whatever the text, a break never parts a mark from the word before it, nor « from the word
     // after it, and only blanks turn into line feeds.
-    for (const sf::String& source : shuffledTexts(31, 60, 80))
-    {
+    for (const sf::String& source : shuffledTexts(31, 60, 80)) {
         const sf::String broken = orane::breakLines(source, text, LINE_WIDTH);
         ASSERT_EQ(source.getSize(), broken.getSize()) << utf8(broken);
-        for (std::size_t i = 0; i < source.getSize(); ++i)
-        {
+        for (std::size_t i = 0; i < source.getSize(); ++i) {
             if (source[i] == broken[i])
                 continue;
             ASSERT_TRUE(source[i] == U' ' && broken[i] == U'\n') << utf8(broken);

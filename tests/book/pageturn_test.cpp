@@ -1,5 +1,4 @@
 #include "book/book.hpp"
-
 #include "booktesting.hpp"
 
 #include <ryn/core/vectors.hpp>
@@ -25,14 +24,13 @@ const sf::Vector2f BOTTOM_LEFT(362.f, 856.f);
 const sf::Vector2f BOTTOM_SPINE(802.f, 856.f);
 const sf::Vector2f BOTTOM_RIGHT(1242.f, 856.f);
 
-constexpr HOOK ALL_HOOKS[] = {HOOK::TOP_LEFT, HOOK::LEFT,  HOOK::BOTTOM_LEFT,
+constexpr HOOK ALL_HOOKS[] = {HOOK::TOP_LEFT,  HOOK::LEFT,  HOOK::BOTTOM_LEFT,
                               HOOK::TOP_RIGHT, HOOK::RIGHT, HOOK::BOTTOM_RIGHT};
 
 /// Frames until the book rests again, or -1 past `limit`.
 int settle(Book& book, int limit = 2000)
 {
-    for (int frame = 1; frame <= limit; ++frame)
-    {
+    for (int frame = 1; frame <= limit; ++frame) {
         book.update();
         if (book.getState() == STATE::IDLE)
             return frame;
@@ -86,8 +84,7 @@ TEST(BookTurning, HoverLiftsACornerThatCanTurnAndLetsItFallBack)
 
     // Out of the hook the corner falls back and rests on the frame it lands on its corner.
     book.setPointer({802.f, 516.f});
-    for (int frame = 0; frame < 2000 && book.getState() != STATE::IDLE; ++frame)
-    {
+    for (int frame = 0; frame < 2000 && book.getState() != STATE::IDLE; ++frame) {
         book.update();
         EXPECT_EQ(book.getState() == STATE::IDLE, book.getCorner() == TOP_RIGHT);
     }
@@ -113,8 +110,7 @@ TEST(BookTurning, ATurnCompletesOnlyBeyondTheSpine)
 
     // Exactly on the spine, or short of it, the page falls back.
     book.setPageTurnedCallback([&] { ++calls; });
-    for (const float x : {802.f, 700.f})
-    {
+    for (const float x : {802.f, 700.f}) {
         drag(book, BOTTOM_LEFT, {x, 800.f});
         EXPECT_EQ(STATE::RETURNING, book.getState()) << x;
         EXPECT_EQ(BOTTOM_LEFT, book.getTarget());
@@ -141,15 +137,13 @@ TEST(BookTurning, TheDraggedCornerStaysOnTheSpine)
     Book edge;
     booktesting::fill(edge, 2);
     edge.grab({1242.f, 516.f});
-    for (const sf::Vector2f pointer : {sf::Vector2f(1000.f, 300.f), sf::Vector2f(100.f, 1000.f),
-                                       sf::Vector2f(1500.f, 516.f)})
-    {
+    for (const sf::Vector2f pointer :
+         {sf::Vector2f(1000.f, 300.f), sf::Vector2f(100.f, 1000.f), sf::Vector2f(1500.f, 516.f)}) {
         edge.setPointer(pointer);
         edge.update();
         EXPECT_EQ(sf::Vector2f(std::clamp(pointer.x, 362.f, 1242.f), 856.f), edge.getTarget());
         EXPECT_EQ(856.f, edge.getCorner().y);
     }
-
 }
 
 TEST(BookTurning, AGrabNearTheEndOfATurnEndsItThenTakesTheNewSpread)

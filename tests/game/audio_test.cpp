@@ -1,7 +1,7 @@
 #include "audio.hpp"
 #include "gametree.hpp"
 
-#include "ryn/core/console.hpp"
+#include <ryn/core/console.hpp>
 
 #include <gtest/gtest.h>
 

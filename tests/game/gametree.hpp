@@ -16,8 +16,7 @@ class GameTree
 public:
     /// `stories` maps file names ("story.txt", "suspects.ini", ...) to their UTF-8 content;
     /// `leftOut` names files under resources/ (e.g. "textures/shadow.png") not to link.
-    explicit GameTree(const std::map<std::string, std::string>& stories,
-                      const std::set<std::string>& leftOut = {});
+    explicit GameTree(const std::map<std::string, std::string>& stories, const std::set<std::string>& leftOut = {});
     ~GameTree();
     GameTree(const GameTree&) = delete;
     GameTree& operator=(const GameTree&) = delete;

@@ -1,10 +1,10 @@
 #include "oraneapp.hpp"
 #include "oraneinputprocessor.hpp"
 
-#include "ryn/core/assert.hpp"
-#include "ryn/core/components.hpp"
-#include "ryn/core/console.hpp"
-#include "ryn/core/inputmanager.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/components.hpp>
+#include <ryn/core/console.hpp>
+#include <ryn/core/inputmanager.hpp>
 
 #include <gtest/gtest.h>
 

@@ -3,14 +3,14 @@
 #include "oraneapp.hpp"
 #include "stategame.hpp"
 
-#include "ryn/core/assert.hpp"
-#include "ryn/core/components.hpp"
-#include "ryn/core/console.hpp"
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/runapplication.hpp"
-#include "ryn/core/statemanager.hpp"
-#include "ryn/gui/shapeshifterpushbuttonnode.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/components.hpp>
+#include <ryn/core/console.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/runapplication.hpp>
+#include <ryn/core/statemanager.hpp>
+#include <ryn/gui/shapeshifterpushbuttonnode.hpp>
 
 #include <SFML/Graphics/Texture.hpp>
 #include <SFML/Window/Mouse.hpp>
@@ -50,7 +50,13 @@ protected:
         ryn::setAssertHandler(previousHandler_);
     }
 
-    enum class Touch { NONE, PRESS, RELEASE, BOTH };
+    enum class Touch
+    {
+        NONE,
+        PRESS,
+        RELEASE,
+        BOTH
+    };
 
     /// One update step with the pointer at `point` (window pixels).
     void step(sf::Vector2f point, Touch touch = Touch::NONE)
@@ -218,7 +224,7 @@ TEST_F(PlayState, AQuickDoubleClickEndsOneClickAndStartsTheNextWithoutAReport)
     const sf::Vector2f inside(first.left + 10.f, first.top + 10.f);
     step(inside);
     step(inside, Touch::PRESS);
-    step(inside, Touch::BOTH);  // the first release, then the second press
+    step(inside, Touch::BOTH); // the first release, then the second press
     EXPECT_EQ(state_->sceneManager().currentSceneName(), "suite");
     step(inside, Touch::RELEASE);
     // Both edges of a click in one step still make a click.
@@ -274,7 +280,7 @@ TEST_F(PlayState, TurningToTheLastSpreadShowsItsChoicesAndGameOverStainsIt)
     ASSERT_EQ(buttons().size(), 2u);
 
     EXPECT_EQ(bloodOnTheSpreadShown(), 0);
-    click(*buttons()[0]);  // "Abandonner" leads to game over
+    click(*buttons()[0]); // "Abandonner" leads to game over
     EXPECT_EQ(state_->sceneManager().currentSceneName(), "game_over");
     EXPECT_TRUE(state_->choicesNode().children().empty());
     EXPECT_EQ(bloodOnTheSpreadShown(), 0);

@@ -75,8 +75,7 @@ TEST_F(MusicLoop, LastsOverAMinuteOfWholeBarsAndPeaksBelowMinusOneDecibel)
 
 TEST_F(MusicLoop, JoinsItsEndToItsStartWithoutAJump)
 {
-    for (const LoopTrack* channel : {&music_->left(), &music_->right()})
-    {
+    for (const LoopTrack* channel : {&music_->left(), &music_->right()}) {
         std::vector<float> steps;
         for (std::size_t frame = 1; frame < channel->frames(); frame += 7)
             steps.push_back(stepAt(*channel, frame));
@@ -86,8 +85,7 @@ TEST_F(MusicLoop, JoinsItsEndToItsStartWithoutAJump)
         // Nothing is left hanging at the end: the last few milliseconds flow into the first ones.
         double endEnergy = 0.0;
         double startEnergy = 0.0;
-        for (std::size_t i = 0; i < 441; ++i)
-        {
+        for (std::size_t i = 0; i < 441; ++i) {
             endEnergy += channel->at(channel->frames() - 1 - i) * channel->at(channel->frames() - 1 - i);
             startEnergy += channel->at(i) * channel->at(i);
         }
@@ -106,8 +104,7 @@ TEST_F(MusicLoop, HasABassRegisterATopAndNoOffset)
     float smooth = 0.f;
     float previous = 0.f;
     const LoopTrack& left = music_->left();
-    for (std::size_t i = 0; i < left.frames(); ++i)
-    {
+    for (std::size_t i = 0; i < left.frames(); ++i) {
         const float x = left.at(i);
         smooth += 0.021f * (x - smooth);
         const float difference = x - previous;

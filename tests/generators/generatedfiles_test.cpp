@@ -55,8 +55,7 @@ TEST(ResourceTree, HoldsEveryTextureAtTheSizeTheGameDrawsIt)
                     {"paper_blood_right.png", {440, 680}},
                     {"shadow.png", {440, 680}},
                     {"game_background.png", {1600, 900}}};
-    for (const auto& texture : textures)
-    {
+    for (const auto& texture : textures) {
         sf::Image image;
         ASSERT_TRUE(image.loadFromFile((RESOURCES / "textures" / texture.name).string())) << texture.name;
         EXPECT_EQ(image.getSize(), texture.size) << texture.name;
@@ -76,8 +75,7 @@ TEST(ResourceTree, TheEncodedMusicStillLoopsCleanlyUnderMinusOneDecibel)
     // The lossy encoder may overshoot the rendered peak a little; what is heard must stay under -1 dBFS.
     EXPECT_LE(peakDecibels(samples), -1.0);
 
-    for (std::size_t channel = 0; channel < 2; ++channel)
-    {
+    for (std::size_t channel = 0; channel < 2; ++channel) {
         std::vector<int> steps;
         for (std::size_t i = channel + 2; i < samples.size(); i += 2 * 5)
             steps.push_back(std::abs(samples[i] - samples[i - 2]));
@@ -104,14 +102,14 @@ TEST(ResourceTree, GeneratorsWriteTheSameBytesOnEveryRun)
     fs::create_directories(scratch / "textures");
     fs::create_directories(scratch / "audio/sounds");
     fs::create_directories(scratch / "audio/musics");
-    const std::string textures = std::string("\"") + ORANE_TEXTUREGEN + "\" \"" + (scratch / "textures").string() + "\"";
+    const std::string textures =
+        std::string("\"") + ORANE_TEXTUREGEN + "\" \"" + (scratch / "textures").string() + "\"";
     const std::string audio = std::string("\"") + ORANE_AUDIOGEN + "\" \"" + (scratch / "audio").string() + "\"";
     ASSERT_EQ(std::system(textures.c_str()), 0);
     ASSERT_EQ(std::system(audio.c_str()), 0);
     for (const char* file : {"textures/paper.png", "textures/paper_blood_left.png", "textures/paper_blood_right.png",
                              "textures/shadow.png", "textures/game_background.png", "audio/sounds/shot_pistol.wav",
-                             "audio/musics/WhiskyAndRevolver.ogg"})
-    {
+                             "audio/musics/WhiskyAndRevolver.ogg"}) {
         const std::vector<char> again = bytesOf(scratch / file);
         EXPECT_FALSE(again.empty()) << file;
         EXPECT_TRUE(again == bytesOf(RESOURCES / file)) << file << " differs from the build's copy";

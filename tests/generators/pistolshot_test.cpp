@@ -27,7 +27,8 @@ TEST(PistolShot, StrikesAtOnceThenFadesThroughTheRoomToSilence)
     const std::vector<float> shot = PistolShot(44100.0, 45).render();
     EXPECT_NEAR(static_cast<double>(shot.size()) / 44100.0, 1.0, 0.05);
 
-    const auto loudest = std::max_element(shot.begin(), shot.end(), [](float a, float b) { return std::abs(a) < std::abs(b); });
+    const auto loudest =
+        std::max_element(shot.begin(), shot.end(), [](float a, float b) { return std::abs(a) < std::abs(b); });
     EXPECT_NEAR(20.0 * std::log10(std::abs(*loudest)), -1.0, 0.01);
     EXPECT_LT(loudest - shot.begin(), 0.005 * 44100) << "the peak is in the first five milliseconds";
 

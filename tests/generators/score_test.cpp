@@ -59,8 +59,7 @@ TEST(Tune, EveryBarOfTheMelodyFillsTheBarAndStaysOnTheVibes)
     ASSERT_NO_THROW(melody = JazzLoop::melody());
     ASSERT_FALSE(melody.empty());
     double previousEnd = 0.0;
-    for (const NoteEvent& note : melody)
-    {
+    for (const NoteEvent& note : melody) {
         EXPECT_GE(note.pitch, noteNumber("F3"));
         EXPECT_LE(note.pitch, noteNumber("F6"));
         EXPECT_GE(note.beat + 1e-9, previousEnd) << "notes of the single melody line never overlap";
@@ -90,8 +89,7 @@ TEST(WalkingBassLine, WalksQuartersFromRootToRootAndStepsIntoEachBar)
 
     // The notes on the beat (skip notes sit on the swung upbeat).
     std::map<int, int> onBeat;
-    for (const NoteEvent& note : line)
-    {
+    for (const NoteEvent& note : line) {
         EXPECT_GE(note.pitch, WalkingBass::LOWEST);
         EXPECT_LE(note.pitch, WalkingBass::HIGHEST);
         if (std::abs(note.beat - std::round(note.beat)) < 1e-9)
@@ -99,12 +97,10 @@ TEST(WalkingBassLine, WalksQuartersFromRootToRootAndStepsIntoEachBar)
     }
     ASSERT_EQ(static_cast<int>(onBeat.size()), static_cast<int>(chart.beats())) << "one note on every beat";
 
-    for (int bar = 0; bar < chart.bars(); ++bar)
-    {
+    for (int bar = 0; bar < chart.bars(); ++bar) {
         const int first = bar * 4;
         EXPECT_EQ(onBeat[first] % 12, chart.chordAt(first).root) << "bar " << bar + 1 << " starts on the root";
-        if (chart.changesMidBar(bar))
-        {
+        if (chart.changesMidBar(bar)) {
             EXPECT_EQ(onBeat[first + 2] % 12, chart.chordAt(first + 2).root) << "bar " << bar + 1;
         }
         const int nextFirst = (first + 4) % static_cast<int>(chart.beats());

@@ -29,22 +29,20 @@ double powerAt(const std::vector<float>& sound, double frequency, std::size_t fr
     const double coefficient = 2.0 * std::cos(2.0 * PI * frequency / RATE);
     double previous = 0.0;
     double beforePrevious = 0.0;
-    for (std::size_t i = from; i < from + count; ++i)
-    {
+    for (std::size_t i = from; i < from + count; ++i) {
         const double current = sound[i] + coefficient * previous - beforePrevious;
         beforePrevious = previous;
         previous = current;
     }
-    return (previous * previous + beforePrevious * beforePrevious - coefficient * previous * beforePrevious) /
-           (static_cast<double>(count) * static_cast<double>(count));
+    return (previous * previous + beforePrevious * beforePrevious - coefficient * previous * beforePrevious)
+           / (static_cast<double>(count) * static_cast<double>(count));
 }
 
 /// Amplitude of a steady sine after the filter has settled.
 double gainOf(Biquad filter, double frequency)
 {
     double peak = 0.0;
-    for (int i = 0; i < 20000; ++i)
-    {
+    for (int i = 0; i < 20000; ++i) {
         const float out = filter.process(static_cast<float>(std::sin(2.0 * PI * frequency * i / RATE)));
         if (i > 15000)
             peak = std::max(peak, static_cast<double>(std::abs(out)));
@@ -89,8 +87,7 @@ TEST(Room, ReverbTailIsWideAndDiesAway)
     Reverb room(RATE, 0.6f, 0.5f);
     std::vector<float> left;
     std::vector<float> right;
-    for (int i = 0; i < 4 * 44100; ++i)
-    {
+    for (int i = 0; i < 4 * 44100; ++i) {
         const auto [l, r] = room.process(i == 0 ? 1.f : 0.f);
         left.push_back(l);
         right.push_back(r);
@@ -118,16 +115,17 @@ TEST(Instruments, EachSoundsItsPitchAndFallsSilentAfterItsNote)
         {"piano", noteNumber("A3"), [&](Random& r) { return piano.play(noteNumber("A3"), 0.7, 0.6f, r); }},
         {"vibes", noteNumber("F5"), [&](Random& r) { return vibes.play(noteNumber("F5"), 0.7, 0.8f, 0.0, r); }},
     };
-    for (const Case& c : cases)
-    {
+    for (const Case& c : cases) {
         Random random(5);
         const std::vector<float> note = c.play(random);
         const double f = frequencyOf(c.pitch);
         const std::size_t from = 2205;
         const std::size_t count = 22050;
         const double onPitch = powerAt(note, f, from, count);
-        EXPECT_GT(onPitch, 20.0 * powerAt(note, f * std::pow(2.0, 1.0 / 12.0), from, count)) << c.name << " vs a semitone up";
-        EXPECT_GT(onPitch, 20.0 * powerAt(note, f * std::pow(2.0, -1.0 / 12.0), from, count)) << c.name << " vs a semitone down";
+        EXPECT_GT(onPitch, 20.0 * powerAt(note, f * std::pow(2.0, 1.0 / 12.0), from, count))
+            << c.name << " vs a semitone up";
+        EXPECT_GT(onPitch, 20.0 * powerAt(note, f * std::pow(2.0, -1.0 / 12.0), from, count))
+            << c.name << " vs a semitone down";
         const double held = energy(note, from, 4410);
         const double tail = energy(note, note.size() - 441, 441) * 10.0;
         EXPECT_LT(tail, held * 1e-4) << c.name << ": damped at the end, so the cut is silent";
@@ -152,8 +150,7 @@ TEST(Instruments, VibraphoneTremoloBeatsAtTheRotorSpeedInPhaseAcrossNotes)
     const std::size_t turn = static_cast<std::size_t>(RATE / Vibraphone::TREMOLO_RATE);
     double loudest = 0.0;
     double softest = 1e9;
-    for (std::size_t at = 22050; at < 22050 + turn; at += 100)
-    {
+    for (std::size_t at = 22050; at < 22050 + turn; at += 100) {
         loudest = std::max(loudest, envelopeAt(first, at));
         softest = std::min(softest, envelopeAt(first, at));
     }
@@ -163,8 +160,7 @@ TEST(Instruments, VibraphoneTremoloBeatsAtTheRotorSpeedInPhaseAcrossNotes)
     const std::size_t shift = static_cast<std::size_t>(quarterTurn * RATE);
     double mismatch = 0.0;
     double total = 0.0;
-    for (std::size_t at = 22050; at < 22050 + turn; at += 100)
-    {
+    for (std::size_t at = 22050; at < 22050 + turn; at += 100) {
         const double a = envelopeAt(first, at + shift) / envelopeAt(first, 22050);
         const double b = envelopeAt(second, at) / envelopeAt(second, 22050 - shift);
         mismatch += std::abs(a - b);

@@ -68,35 +68,30 @@ TEST(Paper, IsOpaqueWarmAndDarkerAtTheEdges)
     int cold = 0;
     sf::Vector2u firstCold;
     for (unsigned y = 0; y < PAGE_HEIGHT; ++y)
-        for (unsigned x = 0; x < PAGE_WIDTH; ++x)
-        {
+        for (unsigned x = 0; x < PAGE_WIDTH; ++x) {
             const sf::Color pixel = image.getPixel(x, y);
             ASSERT_EQ(pixel.a, 255);
             if (pixel.r <= pixel.b && cold++ == 0)
                 firstCold = {x, y};
             const bool nearEdge = x < 4 || y < 4 || x >= PAGE_WIDTH - 4 || y >= PAGE_HEIGHT - 4;
             const bool inMiddle = x > 150 && x < 290 && y > 250 && y < 430;
-            if (nearEdge)
-            {
+            if (nearEdge) {
                 rim += luminanceOf(pixel);
                 ++rimCount;
-            }
-            else if (inMiddle)
-            {
+            } else if (inMiddle) {
                 centre += luminanceOf(pixel);
                 ++centreCount;
             }
         }
-    EXPECT_EQ(cold, 0) << "not warm (grey or blue) at " << firstCold.x << "," << firstCold.y << " and "
-                       << cold - 1 << " other pixels";
+    EXPECT_EQ(cold, 0) << "not warm (grey or blue) at " << firstCold.x << "," << firstCold.y << " and " << cold - 1
+                       << " other pixels";
     EXPECT_LT(rim / rimCount, centre / centreCount * 0.9);
 }
 
 TEST(SpineShadow, DarkAtTheSpineAndGoneWithinATenthOfThePage)
 {
     const sf::Image image = ShadowPainter().paint(PAGE_WIDTH, PAGE_HEIGHT).toImage(14);
-    for (unsigned y : {0u, 333u, PAGE_HEIGHT - 1u})
-    {
+    for (unsigned y : {0u, 333u, PAGE_HEIGHT - 1u}) {
         EXPECT_GE(image.getPixel(0, y).a, 150) << "row " << y;
         unsigned firstRise = 0;
         for (unsigned x = PAGE_WIDTH - 1; x >= 1; --x)
@@ -129,17 +124,14 @@ TEST(BloodStainedPages, StainBothPagesAsOneSceneOnTheSamePaper)
         const Rgb c = page.colour(x, y);
         return c.r > c.g * 1.3f && c.r > c.b * 1.3f;
     };
-    for (const FloatImage* page : {&left, &right})
-    {
+    for (const FloatImage* page : {&left, &right}) {
         int count = 0;
         int thick = 0;
         int red = 0;
         for (int y = 0; y < PAGE_HEIGHT; ++y)
-            for (int x = 0; x < PAGE_WIDTH; ++x)
-            {
+            for (int x = 0; x < PAGE_WIDTH; ++x) {
                 count += stained(*page, x, y) ? 1 : 0;
-                if (soaked(*page, x, y))
-                {
+                if (soaked(*page, x, y)) {
                     ++thick;
                     red += redder(*page, x, y) ? 1 : 0;
                 }
@@ -155,8 +147,7 @@ TEST(BloodStainedPages, StainBothPagesAsOneSceneOnTheSamePaper)
     int acrossSpine = 0;
     int matched = 0;
     for (int y = 0; y < PAGE_HEIGHT; ++y)
-        if (stained(left, PAGE_WIDTH - 1, y))
-        {
+        if (stained(left, PAGE_WIDTH - 1, y)) {
             ++acrossSpine;
             matched += stained(right, 0, y) ? 1 : 0;
         }
@@ -209,8 +200,7 @@ TEST(PaintingTools, DistanceInsideAShapeAndDitheringThatKeepsTransparency)
     const sf::Image image = flat.toImage(3);
     double sum = 0.0;
     for (unsigned y = 0; y < 64; ++y)
-        for (unsigned x = 0; x < 64; ++x)
-        {
+        for (unsigned x = 0; x < 64; ++x) {
             const sf::Color pixel = image.getPixel(x, y);
             ASSERT_TRUE(pixel.r == 100 || pixel.r == 101);
             ASSERT_EQ(pixel.b, 255);
@@ -228,10 +218,8 @@ TEST(PaintingTools, NoiseIsSmoothBoundedAndSeeded)
     float low = 1.f;
     float high = -1.f;
     int differences = 0;
-    for (int y = 0; y < 200; ++y)
-    {
-        for (int x = 0; x < 200; ++x)
-        {
+    for (int y = 0; y < 200; ++y) {
+        for (int x = 0; x < 200; ++x) {
             const float fx = static_cast<float>(x) * 0.173f - 20.f;
             const float fy = static_cast<float>(y) * 0.191f - 20.f;
             const float value = noise.fractal(fx, fy, 4);

@@ -1,8 +1,8 @@
 #include "recordedasserts.hpp"
 #include "testapplication.hpp"
 
-#include "ryn/core/console.hpp"
-#include "ryn/core/runapplication.hpp"
+#include <ryn/core/console.hpp>
+#include <ryn/core/runapplication.hpp>
 
 #include <gtest/gtest.h>
 
@@ -30,8 +30,8 @@ TEST(ApplicationInit, BringsTheComponentsUpInOrderAndDestroysThemInTheSetOrder)
         EXPECT_EQ(app.graphics().window()->getSize(), sf::Vector2u(800, 600));
         steps.log.clear();
     }
-    EXPECT_EQ(steps.log, (Log{"~focus", "~graphics", "~gui", "~input manager", "~input processor",
-                              "~paths", "~resources", "~states"}));
+    EXPECT_EQ(steps.log, (Log{"~focus", "~graphics", "~gui", "~input manager", "~input processor", "~paths",
+                              "~resources", "~states"}));
     EXPECT_EQ(ryn::components().stateManager(), nullptr);
     EXPECT_EQ(ryn::components().application(), nullptr);
 }
@@ -67,10 +67,9 @@ TEST(ApplicationInit, MissingComponentIsReportedWithTheWholeConditionDeclinedOne
 
     EXPECT_FALSE(app.init());
     EXPECT_TRUE(steps.log.empty());
-    EXPECT_EQ(asserts.reported(),
-              Reports{"comp.application() && comp.focusManager() && comp.graphics() && "
-                      "comp.guiFactory() && comp.inputManager() && comp.inputProcessor() && "
-                      "comp.pathManager() && comp.resourceManager() && comp.stateManager()"});
+    EXPECT_EQ(asserts.reported(), Reports{"comp.application() && comp.focusManager() && comp.graphics() && "
+                                          "comp.guiFactory() && comp.inputManager() && comp.inputProcessor() && "
+                                          "comp.pathManager() && comp.resourceManager() && comp.stateManager()"});
 
     ryn::components().clear();
     asserts.clear();

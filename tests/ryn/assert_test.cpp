@@ -1,5 +1,5 @@
-#include "ryn/core/assert.hpp"
-#include "ryn/core/console.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/console.hpp>
 
 #include <gtest/gtest.h>
 

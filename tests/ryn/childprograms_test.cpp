@@ -35,13 +35,14 @@ TEST(Console, NarrowWideAndReportLinesAllArriveInOrderAsUtf8)
     const Finished child = runProgram(RYN_CONSOLE_CHILD);
 
     EXPECT_EQ(child.status, 0);
-    EXPECT_EQ(child.output,
-              "Impossible de charger le son \xC2\xAB shot_pistol.wav \xC2\xBB\n"
-              "ERROR (line 12) : sc\xC3\xA8ne \xC2\xAB d\xC3\xA9""but \xC2\xBB inconnue\n"
-              "Musique lanc\xC3\xA9""e\n"
-              "shared/ryn/src/core/application.cpp(189): Assert Failure: 'gameRate > 0.f' \n"
-              "\xC5\x92uvre d\xE2\x80\x99Orane, c\xC5\x93ur \xC3\xA0 l\xE2\x80\x99ouvrage\n"
-              "fin\n");
+    EXPECT_EQ(child.output, "Impossible de charger le son \xC2\xAB shot_pistol.wav \xC2\xBB\n"
+                            "ERROR (line 12) : sc\xC3\xA8ne \xC2\xAB d\xC3\xA9"
+                            "but \xC2\xBB inconnue\n"
+                            "Musique lanc\xC3\xA9"
+                            "e\n"
+                            "shared/ryn/src/core/application.cpp(189): Assert Failure: 'gameRate > 0.f' \n"
+                            "\xC5\x92uvre d\xE2\x80\x99Orane, c\xC5\x93ur \xC3\xA0 l\xE2\x80\x99ouvrage\n"
+                            "fin\n");
 }
 
 TEST(TestStateProgram, EndsWhenItsWindowIsClosed)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/components.hpp"
+#include <ryn/core/components.hpp>
 
 namespace ryn::test
 {
@@ -12,8 +12,7 @@ class ComponentSet
 public:
     ComponentSet(FocusManager* focusManager, Graphics* graphics, InputManager* inputManager)
     {
-        components().set(nullptr, focusManager, graphics, nullptr, inputManager, nullptr, nullptr,
-                         nullptr, nullptr);
+        components().set(nullptr, focusManager, graphics, nullptr, inputManager, nullptr, nullptr, nullptr, nullptr);
     }
     ~ComponentSet() { components().clear(); }
     ComponentSet(const ComponentSet&) = delete;

@@ -1,7 +1,7 @@
 #include "componentset.hpp"
 
-#include "ryn/core/focusmanager.hpp"
-#include "ryn/gui/scenenode.hpp"
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/gui/scenenode.hpp>
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,10 @@ using Calls = std::vector<std::string>;
 class FocusLoggingNode : public ryn::SceneNode
 {
 public:
-    FocusLoggingNode(std::string name, Calls& calls) : name_(std::move(name)), calls_(calls) {}
+    FocusLoggingNode(std::string name, Calls& calls)
+        : name_(std::move(name))
+        , calls_(calls)
+    {}
 
 protected:
     void onFocusGained() override { calls_.push_back(name_ + " gained"); }
@@ -30,7 +33,9 @@ private:
 class FocusTest : public ::testing::Test
 {
 protected:
-    FocusTest() : set_(new ryn::FocusManager, nullptr, nullptr) {}
+    FocusTest()
+        : set_(new ryn::FocusManager, nullptr, nullptr)
+    {}
 
     ryn::FocusManager& focus() { return *ryn::components().focusManager(); }
 

@@ -1,5 +1,5 @@
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/windowlistener.hpp"
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/windowlistener.hpp>
 
 #include <SFML/Graphics/RectangleShape.hpp>
 #include <SFML/Graphics/Texture.hpp>
@@ -15,7 +15,10 @@ namespace
 class CountingListener : public ryn::WindowListener
 {
 public:
-    CountingListener(int id, std::vector<int>& order) : id_(id), order_(order) {}
+    CountingListener(int id, std::vector<int>& order)
+        : id_(id)
+        , order_(order)
+    {}
     void windowCreated(sf::RenderWindow* window) override
     {
         EXPECT_TRUE(window && window->isOpen());
@@ -51,7 +54,9 @@ TEST(Graphics, ListenersAreToldOfEveryOpeningInRegistrationOrder)
 class SmallDesktopGraphics : public ryn::Graphics
 {
 public:
-    explicit SmallDesktopGraphics(sf::IntRect area) : area_(area) {}
+    explicit SmallDesktopGraphics(sf::IntRect area)
+        : area_(area)
+    {}
 
 protected:
     sf::IntRect workArea() const override { return area_; }

@@ -1,9 +1,9 @@
 #include "componentset.hpp"
 #include "recordedasserts.hpp"
 
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/inputprocessor.hpp"
-#include "ryn/core/texttarget.hpp"
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/inputprocessor.hpp>
+#include <ryn/core/texttarget.hpp>
 
 #include <gtest/gtest.h>
 
@@ -42,7 +42,11 @@ sf::Event keyPressed(sf::Keyboard::Key key)
 class InputTest : public ::testing::Test
 {
 protected:
-    InputTest() : set_(nullptr, nullptr, new ryn::InputManager) { EXPECT_TRUE(input().init()); }
+    InputTest()
+        : set_(nullptr, nullptr, new ryn::InputManager)
+    {
+        EXPECT_TRUE(input().init());
+    }
 
     ryn::InputManager& input() { return *ryn::components().inputManager(); }
 
@@ -128,8 +132,8 @@ TEST_F(InputTest, TextTargetReceivesAsciiCharactersAndEditingCommands)
     EXPECT_FALSE(processor.processEvent(keyPressed(sf::Keyboard::Delete)));
     EXPECT_FALSE(processor.processEvent(keyPressed(sf::Keyboard::Up)));
 
-    EXPECT_EQ(target.calls, (std::vector<std::string>{"insert 97", "command 0", "command 6", "command 3",
-                                                     "command 7", "command 2"}));
+    EXPECT_EQ(target.calls,
+              (std::vector<std::string>{"insert 97", "command 0", "command 6", "command 3", "command 7", "command 2"}));
 }
 
 TEST_F(InputTest, ReplacedTargetIsToldOnceAndAStaleReleaseChangesNothing)

@@ -1,4 +1,4 @@
-#include "ryn/core/letterbox.hpp"
+#include <ryn/core/letterbox.hpp>
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "componentset.hpp"
 #include "testfont.hpp"
 
-#include "ryn/core/focusmanager.hpp"
-#include "ryn/gui/scenegraph.hpp"
-#include "ryn/gui/shapeshifterpushbuttonnode.hpp"
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/gui/scenegraph.hpp>
+#include <ryn/gui/shapeshifterpushbuttonnode.hpp>
 
 #include <SFML/Graphics/RenderTexture.hpp>
 
@@ -22,7 +22,8 @@ class ChoiceButton : public ryn::ShapeShifterPushButtonNode
 {
 public:
     ChoiceButton(SceneNode* parent, std::vector<std::string>& focusLog)
-        : ShapeShifterPushButtonNode(parent, TEXT | SHAPE, RECTANGLE), focusLog_(focusLog)
+        : ShapeShifterPushButtonNode(parent, TEXT | SHAPE, RECTANGLE)
+        , focusLog_(focusLog)
     {
         text()->setCharacterSize(20);
         setMode(FIT_SHAPE);
@@ -47,7 +48,8 @@ private:
 class PushButtonTest : public ::testing::Test
 {
 protected:
-    PushButtonTest() : set_(new ryn::FocusManager, nullptr, nullptr)
+    PushButtonTest()
+        : set_(new ryn::FocusManager, nullptr, nullptr)
     {
         choices_ = graph.root().createChild();
         choices_->setPosition(50.f, 50.f);
@@ -55,8 +57,8 @@ protected:
 
     ChoiceButton* addButton(const std::string& label, sf::Vector2f position, int* clicks)
     {
-        auto* button = static_cast<ChoiceButton*>(
-            choices_->attachChild(std::make_unique<ChoiceButton>(choices_, focusLog)));
+        auto* button =
+            static_cast<ChoiceButton*>(choices_->attachChild(std::make_unique<ChoiceButton>(choices_, focusLog)));
         button->setString(label);
         button->setPosition(position);
         if (clicks)
@@ -174,7 +176,8 @@ TEST_F(PushButtonTest, DrawnButtonShowsOutlineAndTextOverItsFill)
     const sf::FloatRect text = button->text()->getGlobalBounds();
     int inked = 0;
     for (unsigned x = 50 + static_cast<unsigned>(text.left); static_cast<float>(x) < 50 + text.left + text.width; ++x)
-        for (unsigned y = 50 + static_cast<unsigned>(text.top); static_cast<float>(y) < 50 + text.top + text.height; ++y)
+        for (unsigned y = 50 + static_cast<unsigned>(text.top); static_cast<float>(y) < 50 + text.top + text.height;
+             ++y)
             inked += image.getPixel(x, y).r < 80;
     EXPECT_GT(inked, 50) << "dark letters drawn over the fill";
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/assert.hpp"
+#include <ryn/core/assert.hpp>
 
 #include <string>
 #include <vector>
@@ -13,7 +13,11 @@ namespace ryn::test
 class RecordedAsserts
 {
 public:
-    RecordedAsserts() : previous_(ryn::setAssertHandler(&record)) { expressions().clear(); }
+    RecordedAsserts()
+        : previous_(ryn::setAssertHandler(&record))
+    {
+        expressions().clear();
+    }
     ~RecordedAsserts() { ryn::setAssertHandler(previous_); }
     RecordedAsserts(const RecordedAsserts&) = delete;
     RecordedAsserts& operator=(const RecordedAsserts&) = delete;

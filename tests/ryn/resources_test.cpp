@@ -1,8 +1,8 @@
 #include "recordedasserts.hpp"
 
-#include "ryn/core/pathmanager.hpp"
-#include "ryn/core/resourceholder.hpp"
-#include "ryn/core/resourcemanager.hpp"
+#include <ryn/core/pathmanager.hpp>
+#include <ryn/core/resourceholder.hpp>
+#include <ryn/core/resourcemanager.hpp>
 
 #include <SFML/Graphics/Font.hpp>
 

@@ -1,9 +1,9 @@
 #include "componentset.hpp"
 #include "recordedasserts.hpp"
 
-#include "ryn/core/focusmanager.hpp"
-#include "ryn/core/vectors.hpp"
-#include "ryn/gui/scenegraph.hpp"
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/core/vectors.hpp>
+#include <ryn/gui/scenegraph.hpp>
 
 #include <SFML/Graphics/RenderTarget.hpp>
 
@@ -22,7 +22,11 @@ using Log = std::vector<std::string>;
 class Probe : public ryn::SceneNode
 {
 public:
-    Probe(std::string name, Log& log, float side = 10.f) : name_(std::move(name)), log_(log), side_(side) {}
+    Probe(std::string name, Log& log, float side = 10.f)
+        : name_(std::move(name))
+        , log_(log)
+        , side_(side)
+    {}
 
     bool hitTest(sf::Vector2f point, bool& inside) const override
     {
@@ -62,10 +66,11 @@ public:
 class SceneNodeTest : public ::testing::Test
 {
 protected:
-    SceneNodeTest() : set_(new ryn::FocusManager, nullptr, nullptr) {}
+    SceneNodeTest()
+        : set_(new ryn::FocusManager, nullptr, nullptr)
+    {}
 
-    Probe* addProbe(ryn::SceneNode& parent, const std::string& name, sf::Vector2f position = {},
-                    float side = 10.f)
+    Probe* addProbe(ryn::SceneNode& parent, const std::string& name, sf::Vector2f position = {}, float side = 10.f)
     {
         auto* probe = static_cast<Probe*>(parent.attachChild(std::make_unique<Probe>(name, log, side)));
         probe->setPosition(position);

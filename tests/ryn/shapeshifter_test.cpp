@@ -1,7 +1,7 @@
 #include "recordedasserts.hpp"
 #include "testfont.hpp"
 
-#include "ryn/gui/shapeshifter.hpp"
+#include <ryn/gui/shapeshifter.hpp>
 
 #include <SFML/Graphics/CircleShape.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>
@@ -85,7 +85,8 @@ TEST(ShapeShifterLayout, CentredTextAndRectangleShareTheTextsPosition)
 class Picture : public ShapeShifter
 {
 public:
-    Picture() : ShapeShifter(TEXT | SPRITE | SHAPE, RECTANGLE)
+    Picture()
+        : ShapeShifter(TEXT | SPRITE | SHAPE, RECTANGLE)
     {
         text()->setFont(ryn::test::handwritingFont());
         text()->setCharacterSize(20);

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "ryn/core/abstractstate.hpp"
-#include "ryn/core/application.hpp"
-#include "ryn/core/components.hpp"
-#include "ryn/core/focusmanager.hpp"
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/guifactory.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/inputprocessor.hpp"
-#include "ryn/core/loopclock.hpp"
-#include "ryn/core/pathmanager.hpp"
-#include "ryn/core/resourcemanager.hpp"
-#include "ryn/core/statemanager.hpp"
+#include <ryn/core/abstractstate.hpp>
+#include <ryn/core/application.hpp>
+#include <ryn/core/components.hpp>
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/guifactory.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/inputprocessor.hpp>
+#include <ryn/core/loopclock.hpp>
+#include <ryn/core/pathmanager.hpp>
+#include <ryn/core/resourcemanager.hpp>
+#include <ryn/core/statemanager.hpp>
 
 #include <deque>
 #include <functional>
@@ -45,9 +45,10 @@ class Logged : public Component
 public:
     template <typename... Arguments>
     Logged(Steps& steps, std::string name, Arguments&&... arguments)
-        : Component(std::forward<Arguments>(arguments)...), steps_(steps), name_(std::move(name))
-    {
-    }
+        : Component(std::forward<Arguments>(arguments)...)
+        , steps_(steps)
+        , name_(std::move(name))
+    {}
     ~Logged() override { steps_.log.push_back("~" + name_); }
 
 private:
@@ -61,7 +62,9 @@ private:
 class ScriptedClock : public LoopClock
 {
 public:
-    explicit ScriptedClock(std::deque<float> passLengths = {}) : script_(std::move(passLengths)) {}
+    explicit ScriptedClock(std::deque<float> passLengths = {})
+        : script_(std::move(passLengths))
+    {}
 
     void restart() override { start_ = now_; }
     sf::Time elapsed() override
@@ -97,7 +100,9 @@ private:
 class StepGraphics : public Graphics
 {
 public:
-    explicit StepGraphics(Steps& steps) : steps_(steps) {}
+    explicit StepGraphics(Steps& steps)
+        : steps_(steps)
+    {}
     bool create(std::string title) override { return steps_.step("graphics") && Graphics::create(title); }
     bool pollEvent(sf::Event& event) override
     {
@@ -118,7 +123,9 @@ private:
 class StepInputProcessor : public InputProcessor
 {
 public:
-    explicit StepInputProcessor(Steps& steps) : steps_(steps) {}
+    explicit StepInputProcessor(Steps& steps)
+        : steps_(steps)
+    {}
     bool init() override { return steps_.step("input processor"); }
     bool processEvent(const sf::Event& event) override
     {
@@ -143,7 +150,9 @@ private:
 class StepPathManager : public PathManager
 {
 public:
-    explicit StepPathManager(Steps& steps) : steps_(steps) {}
+    explicit StepPathManager(Steps& steps)
+        : steps_(steps)
+    {}
     bool init() override { return steps_.step("paths"); }
 
 private:
@@ -154,7 +163,9 @@ private:
 class StepResources : public ResourceManager
 {
 public:
-    explicit StepResources(Steps& steps) : steps_(steps) {}
+    explicit StepResources(Steps& steps)
+        : steps_(steps)
+    {}
     bool init() override { return true; }
     bool load() override
     {
@@ -173,7 +184,10 @@ private:
 class StepState : public AbstractState
 {
 public:
-    explicit StepState(Steps& steps) : AbstractState(nullptr), steps_(steps) {}
+    explicit StepState(Steps& steps)
+        : AbstractState(nullptr)
+        , steps_(steps)
+    {}
 
     bool spareQuery() override { return true; }
     void draw(float frameTime, float interpolation) override
@@ -209,7 +223,10 @@ private:
 class StepStateManager : public StateManager
 {
 public:
-    explicit StepStateManager(Steps& steps) : steps_(steps), state_(steps) {}
+    explicit StepStateManager(Steps& steps)
+        : steps_(steps)
+        , state_(steps)
+    {}
 
     bool init() override { return steps_.step("states") && state_.init(); }
     AbstractState* currentState() override { return &state_; }
@@ -232,9 +249,9 @@ class StepApplication : public Application
 {
 public:
     explicit StepApplication(Steps& log, int quitAfterSteps = 0)
-        : steps(log), quitAfterSteps_(quitAfterSteps)
-    {
-    }
+        : steps(log)
+        , quitAfterSteps_(quitAfterSteps)
+    {}
 
     bool createComponents() override
     {
@@ -254,8 +271,7 @@ public:
                              withGuiFactory ? new Logged<GuiFactory>(steps, "gui") : nullptr,
                              new Logged<InputManager>(steps, "input manager"),
                              new Logged<StepInputProcessor>(steps, "input processor", steps),
-                             new Logged<StepPathManager>(steps, "paths", steps), resources_,
-                             stateManager_);
+                             new Logged<StepPathManager>(steps, "paths", steps), resources_, stateManager_);
     }
 
     StepGraphics& graphics() { return *graphics_; }

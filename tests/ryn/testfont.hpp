@@ -11,8 +11,7 @@ namespace ryn::test
 inline const sf::Font& handwritingFont()
 {
     static sf::Font font;
-    static const bool loaded =
-        font.loadFromFile("/usr/share/fonts/opentype/kaushanscript/KaushanScript-Regular.otf");
+    static const bool loaded = font.loadFromFile("/usr/share/fonts/opentype/kaushanscript/KaushanScript-Regular.otf");
     EXPECT_TRUE(loaded) << "fonts-kaushanscript is missing";
     return font;
 }

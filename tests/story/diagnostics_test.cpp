@@ -1,8 +1,7 @@
-#include "storytesting.hpp"
-
 #include "scene/diagnosticprinter.hpp"
 #include "scenemanager/bufferedstorysource.hpp"
 #include "scenemanager/storyloader.hpp"
+#include "storytesting.hpp"
 
 using namespace storytesting;
 
@@ -15,8 +14,8 @@ const std::string BEGIN = "SCENE begin\nORANE\nBonjour Monsieur N.\nFORWARD hub\
 
 std::string suspectFile(const std::string& name)
 {
-    return "SCENE " + name + "_begin\nORANE\nSur " + name + ".\nFORWARD hub\nSCENE " + name
-           + "_arrest\nNATHAN\nC'est " + name + ".\nFORWARD end\n";
+    return "SCENE " + name + "_begin\nORANE\nSur " + name + ".\nFORWARD hub\nSCENE " + name + "_arrest\nNATHAN\nC'est "
+           + name + ".\nFORWARD end\n";
 }
 
 /// Every record's printed lines, in order: what the game's console shows.
@@ -114,9 +113,9 @@ TEST(Diagnostics, BuffersTakeThePlaceOfFilesAndToolsReadPastAFaultyFile)
     EXPECT_TRUE(source.holdsBuffer(tree.directory() + "Adele.txt"));
     const auto gameView = orane::StoryLoader(source).load(tree.directory());
     EXPECT_FALSE(gameView.playable);
-    EXPECT_EQ(printed(gameView.diagnostics),
-              Lines{"ERROR : no scene found in file " + tree.directory() + "Bruno.txt. A story file must hold at "
-                                                                           "least one SCENE line."});
+    EXPECT_EQ(printed(gameView.diagnostics), Lines{"ERROR : no scene found in file " + tree.directory()
+                                                   + "Bruno.txt. A story file must hold at "
+                                                     "least one SCENE line."});
 
     source.removeBuffer(tree.directory() + "Adele.txt");
     const auto toolView = orane::StoryLoader(source).load(tree.directory(), {true});

@@ -1,6 +1,5 @@
-#include "storytesting.hpp"
-
 #include "scene/storytext.hpp"
+#include "storytesting.hpp"
 
 using namespace storytesting;
 

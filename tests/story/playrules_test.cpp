@@ -1,8 +1,7 @@
-#include "storytesting.hpp"
-
 #include "scenemanager/bufferedstorysource.hpp"
 #include "scenemanager/playrules.hpp"
 #include "scenemanager/storyloader.hpp"
+#include "storytesting.hpp"
 
 using namespace storytesting;
 

@@ -1,6 +1,5 @@
-#include "storytesting.hpp"
-
 #include "scene/storytext.hpp"
+#include "storytesting.hpp"
 
 #include <random>
 
@@ -38,8 +37,8 @@ TEST(SceneParser, ReadsScenesIntoTheirFields)
         std::string scene;
     };
     const std::vector<Case> cases = {
-        {{"SCENE quai_gare", "ORANE", "Le train est arrivé.", "Personne.", "NATHAN", "Le voyageur ?",
-          "* Le suivre", "Je le suis.", "-> sortie_gare", "* Rester", "J'attends.", "-> quai_attente"},
+        {{"SCENE quai_gare", "ORANE", "Le train est arrivé.", "Personne.", "NATHAN", "Le voyageur ?", "* Le suivre",
+          "Je le suis.", "-> sortie_gare", "* Rester", "J'attends.", "-> quai_attente"},
          "quai_gare|Le train est arrivé.\nPersonne.\n|Le voyageur ?\n||* Le suivre>Je le suis.\n>sortie_gare"
          "|* Rester>J'attends.\n>quai_attente"},
         {{"SCENE sortie_gare", "NATHAN", "Ne le perdez pas de vue.", "FORWARD rue_gare"},
@@ -91,7 +90,8 @@ TEST(SceneParser, StopsAtTheFirstFatalFaultWithoutTheGameLogicReport)
         {{"SCENE cave", "ORANE", "* Partir", "Je pars.", "-> rue", "NATHAN"},
          "ERROR (line 25 - cave) : Found token NATHAN after a choice. Description text for orane or nathan must "
          "be written before the choices."},
-        {{"SCENE cave", "ORANE", "Noir.", "* Partir", "->"}, "ERROR (line 24 - cave) : Read incorrect next scene name \"\""},
+        {{"SCENE cave", "ORANE", "Noir.", "* Partir", "->"},
+         "ERROR (line 24 - cave) : Read incorrect next scene name \"\""},
         {{"SCENE cave", "ORANE", "Noir.", "* Partir", "-> rue gare"},
          "ERROR (line 24 - cave) : Read incorrect next scene name \"rue gare\""},
         {{}, "ERROR (line 20) : Scene doesn't start with token SCENE."},
@@ -108,18 +108,20 @@ TEST(SceneParser, StopsAtTheFirstFatalFaultWithoutTheGameLogicReport)
 
 TEST(SceneParser, ReportsWarningsAndGoesOn)
 {
-    const Parsed lostText = parse({"SCENE rue", "Avant.", "ORANE", "Bonjour.", "FORWARD gare", "  ", "NATHAN", "Là."}, 3);
+    const Parsed lostText =
+        parse({"SCENE rue", "Avant.", "ORANE", "Bonjour.", "FORWARD gare", "  ", "NATHAN", "Là."}, 3);
     EXPECT_TRUE(lostText.accepted);
     EXPECT_EQ(lostText.report, (Lines{"ERROR (line 4 - rue) : " + NO_WRITER, "ERROR (line 8 - rue) : " + NO_WRITER}));
     EXPECT_EQ(lostText.scene, "rue|Bonjour.\n|Là.\n|gare");
 
     // The choice without text stays in the list, so the scene fails once all its lines are read.
-    const Parsed invalidChoice = parse({"SCENE rue", "ORANE", "Où ?", "* Gauche", "-> g", "* Droite", "D.", "-> d"}, 30);
+    const Parsed invalidChoice =
+        parse({"SCENE rue", "ORANE", "Où ?", "* Gauche", "-> g", "* Droite", "D.", "-> d"}, 30);
     EXPECT_FALSE(invalidChoice.accepted);
     EXPECT_EQ(invalidChoice.report,
               (Lines{"ERROR (line 35 - rue) : Found new choice while previous one was still invalid.",
-                     "ERROR (line 30 - rue) : Found the following game logic errors :",
-                     "---- Found 1 invalid choices.", "---- Choice 0", "-------- Long description is empty."}));
+                     "ERROR (line 30 - rue) : Found the following game logic errors :", "---- Found 1 invalid choices.",
+                     "---- Choice 0", "-------- Long description is empty."}));
 }
 
 TEST(SceneParser, TakesAnyCodePointAndAnyLength)
@@ -135,8 +137,8 @@ TEST(SceneParser, TakesAnyCodePointAndAnyLength)
 // playable, and whatever it rejects must have been reported.
 TEST(SceneParser, AcceptsOnlyPlayableScenesAndReportsEveryRejection)
 {
-    const Lines pieces = {"SCENE a", "ORANE", "NATHAN", "FORWARD b", "FORWARD", "* x", "*", "-> c", "->",
-                          "-> c d", "texte", "", " ", "\t", "é𝄞", "SCENE"};
+    const Lines pieces = {"SCENE a", "ORANE",  "NATHAN", "FORWARD b", "FORWARD", "* x", "*",  "-> c",
+                          "->",      "-> c d", "texte",  "",          " ",       "\t",  "é𝄞", "SCENE"};
     std::mt19937 random(20240611);
     int accepted = 0;
     for (int round = 0; round < 4000; ++round) {
@@ -173,8 +175,8 @@ TEST(SceneParser, AcceptsOnlyPlayableScenesAndReportsEveryRejection)
 TEST(SceneParser, FindsLineTokensLikeASearchForEach)
 {
     const std::vector<std::string> pieces = {"FORWARD", "FORWAR", "FFORWARD", "ORANE", "ORAN", "OORANE",
-                                             "NATHAN", "NATHA", "NNATHAN", "*", "->", "-", ">", "- >",
-                                             " ", "é", "x", "SCENE"};
+                                             "NATHAN",  "NATHA",  "NNATHAN",  "*",     "->",   "-",
+                                             ">",       "- >",    " ",        "é",     "x",    "SCENE"};
     std::mt19937 random(7);
     std::uniform_int_distribution<std::size_t> pick(0, pieces.size() - 1);
     for (int round = 0; round < 2000; ++round) {

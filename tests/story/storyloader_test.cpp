@@ -1,7 +1,6 @@
-#include "storytesting.hpp"
-
 #include "scenemanager/sceneindex.hpp"
 #include "scenemanager/textfile.hpp"
+#include "storytesting.hpp"
 
 using namespace storytesting;
 
@@ -11,8 +10,8 @@ namespace
 /// The scenes a suspect needs, back to the hub and, when accused, to the end.
 std::string suspectFile(const std::string& name)
 {
-    return "SCENE " + name + "_begin\nORANE\nSur " + name + ".\nFORWARD hub\nSCENE " + name
-           + "_arrest\nNATHAN\nC'est " + name + ".\nFORWARD end\n";
+    return "SCENE " + name + "_begin\nORANE\nSur " + name + ".\nFORWARD hub\nSCENE " + name + "_arrest\nNATHAN\nC'est "
+           + name + ".\nFORWARD end\n";
 }
 
 const std::string BEGIN = "SCENE begin\nORANE\nBonjour Monsieur N.\nFORWARD hub\n";
@@ -36,7 +35,8 @@ TEST(StoryLoader, ReadsSuspectsTrimmedOnceEachInCodePointOrderAndKeepsTheFirstSc
     tree.write("story.txt", "SCENE end\nORANE\nMa propre fin.\nFORWARD begin\n" + BEGIN);
     tree.write("Dupont.txt", suspectFile("Dupont"));
     tree.write("Moreau.txt", suspectFile("Moreau") + "SCENE commun\nORANE\nDe Moreau.\nFORWARD end\n");
-    tree.write("alice.txt", "SCENE commun\nORANE\nD'alice.\nFORWARD end\nSCENE begin\nORANE\nAutre.\nFORWARD end\n" + suspectFile("alice"));
+    tree.write("alice.txt", "SCENE commun\nORANE\nD'alice.\nFORWARD end\nSCENE begin\nORANE\nAutre.\nFORWARD end\n"
+                                + suspectFile("alice"));
 
     const Player player(tree);
     ASSERT_TRUE(player.loaded) << ::testing::PrintToString(player.report);
@@ -66,8 +66,11 @@ TEST(StoryLoader, FailsOnMissingFilesWithOnlyTheSuspectListReported)
     EXPECT_EQ(Player(noSuspects).report, Lines{"FATAL ERROR : coudln't open file resources/stories/suspects.ini"});
 
     // No story.txt; a blank line naming the suspect ""; a byte-order mark starting the first name.
-    const std::vector<std::pair<std::string, std::string>> cases = {
-        {"Dupont\n", ""}, {"Dupont\n\n", BEGIN}, {"\xEF\xBB\xBF" "Dupont\n", BEGIN}};
+    const std::vector<std::pair<std::string, std::string>> cases = {{"Dupont\n", ""},
+                                                                    {"Dupont\n\n", BEGIN},
+                                                                    {"\xEF\xBB\xBF"
+                                                                     "Dupont\n",
+                                                                     BEGIN}};
     for (const auto& [suspects, story] : cases) {
         const Player player = load(suspects, story, {{"Dupont.txt", suspectFile("Dupont")}});
         EXPECT_FALSE(player.loaded);
@@ -114,8 +117,9 @@ TEST(StoryLoader, RefusesUnreadAFileLargerThanAnyStory)
     tree.write("Dupont.txt", atLimit + "#");
     const Player player(tree);
     EXPECT_FALSE(player.loaded);
-    EXPECT_EQ(player.report, Lines{"ERROR : file " + tree.directory() + "Dupont.txt is 1048577 bytes long. "
-                                   "A story file may hold at most 1048576 bytes."});
+    EXPECT_EQ(player.report, Lines{"ERROR : file " + tree.directory()
+                                   + "Dupont.txt is 1048577 bytes long. "
+                                     "A story file may hold at most 1048576 bytes."});
 }
 
 TEST(StoryLoader, NumbersLinesFromZeroWithoutCommentsAndStopsAtTheFirstBadScene)
@@ -137,11 +141,13 @@ TEST(StoryLoader, NumbersLinesFromZeroWithoutCommentsAndStopsAtTheFirstBadScene)
 
 TEST(StoryLoader, ReportsEveryBrokenLinkInSceneNameOrder)
 {
-    const Player player = load("", BEGIN + "SCENE zebre\nORANE\nZ.\n* a\nA.\n-> nulle_part\n"
-                                           "SCENE cave\nORANE\nC.\n* a\nA.\n-> Begin\n* b\nB.\n-> begin\n* c\nC.\n-> puits\n"
-                                           "SCENE allee\nORANE\nA.\n* a\nA.\n-> arrest\n* b\nB.\n-> game_over\n"
-                                           "* c\nC.\n-> end\n* d\nD.\n-> hub\n"
-                                           "SCENE porte\nNATHAN\nP.\nFORWARD Cave\n");
+    const Player player =
+        load("", BEGIN
+                     + "SCENE zebre\nORANE\nZ.\n* a\nA.\n-> nulle_part\n"
+                       "SCENE cave\nORANE\nC.\n* a\nA.\n-> Begin\n* b\nB.\n-> begin\n* c\nC.\n-> puits\n"
+                       "SCENE allee\nORANE\nA.\n* a\nA.\n-> arrest\n* b\nB.\n-> game_over\n"
+                       "* c\nC.\n-> end\n* d\nD.\n-> hub\n"
+                       "SCENE porte\nNATHAN\nP.\nFORWARD Cave\n");
     EXPECT_FALSE(player.loaded);
     EXPECT_EQ(player.report, (Lines{"ERROR : Scene \"cave\" choice 0 points to non-existing scene \"Begin\".",
                                     "ERROR : Scene \"cave\" choice 2 points to non-existing scene \"puits\".",
@@ -152,7 +158,8 @@ TEST(StoryLoader, ReportsEveryBrokenLinkInSceneNameOrder)
 
 TEST(StoryLoader, NeedsTheSuspectsScenesOnlyWhenTheHubCanBeReached)
 {
-    const Player player = load("Dupont\n", "SCENE begin\nORANE\nB.\nFORWARD end\n", {{"Dupont.txt", "SCENE x\nORANE\nX.\nFORWARD end\n"}});
+    const Player player = load("Dupont\n", "SCENE begin\nORANE\nB.\nFORWARD end\n",
+                               {{"Dupont.txt", "SCENE x\nORANE\nX.\nFORWARD end\n"}});
     EXPECT_TRUE(player.loaded) << ::testing::PrintToString(player.report);
     EXPECT_EQ(player.events, (Lines{"scene begin", "scene end"}));
 }
@@ -166,22 +173,29 @@ TEST(StoryLoader, RefusesStoriesThatCouldNotBePlayedToTheEnd)
         Lines report; // {dir} stands for the story folder
         std::vector<std::pair<std::string, std::string>> otherFiles = {};
     };
-    const std::string noScene = "ERROR : no scene found in file {dir}story.txt. A story file must hold at least one SCENE line.";
+    const std::string noScene =
+        "ERROR : no scene found in file {dir}story.txt. A story file must hold at least one SCENE line.";
     const std::vector<Case> cases = {
-        {"", "SCENE begin\n# c\nORANE\nBonjour\xE9 !\nFORWARD end\n",
+        {"",
+         "SCENE begin\n# c\nORANE\nBonjour\xE9 !\nFORWARD end\n",
          {"ERROR : invalid UTF-8 at line 2 of file {dir}story.txt. Story files must be saved as UTF-8."}},
-        {"Dupont\nL\xC3\n", BEGIN,
+        {"Dupont\nL\xC3\n",
+         BEGIN,
          {"ERROR : invalid UTF-8 at line 1 of file {dir}suspects.ini. Story files must be saved as UTF-8."}},
         {"", "# rien\nORANE\n", {noScene}},
         {"", "", {noScene}},
-        {"", "SCENE debut\nORANE\nB.\nFORWARD end\n",
+        {"",
+         "SCENE debut\nORANE\nB.\nFORWARD end\n",
          {"ERROR : No scene named \"begin\" was found. The story starts with that scene."}},
-        {"Leroy\nDupont\n", BEGIN,
+        {"Leroy\nDupont\n",
+         BEGIN,
          {"ERROR : Suspect \"Dupont\" has no scene \"Dupont_arrest\".",
           "ERROR : Suspect \"Leroy\" has no scene \"Leroy_begin\".",
           "ERROR : Suspect \"Leroy\" has no scene \"Leroy_arrest\"."},
-         {{"Dupont.txt", "SCENE Dupont_begin\nORANE\nD.\nFORWARD hub\n"}, {"Leroy.txt", "SCENE x\nORANE\nL.\nFORWARD hub\n"}}},
-        {"Du_begin\n", BEGIN,
+         {{"Dupont.txt", "SCENE Dupont_begin\nORANE\nD.\nFORWARD hub\n"},
+          {"Leroy.txt", "SCENE x\nORANE\nL.\nFORWARD hub\n"}}},
+        {"Du_begin\n",
+         BEGIN,
          {"ERROR : Suspect \"Du_begin\" has \"_begin\" in its name, so the hub can't tell which suspect is picked."},
          {{"Du_begin.txt", suspectFile("Du_begin")}}},
         {"",

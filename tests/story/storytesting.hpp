@@ -30,8 +30,8 @@ inline std::string utf8(const sf::String& text)
 /// A whole scene on one line: name|orane|nathan|forward then |*brief>long>next per choice.
 inline std::string describe(const orane::Scene& scene)
 {
-    std::string text = utf8(scene.name) + "|" + utf8(scene.oraneText) + "|" + utf8(scene.nathanText) + "|"
-                       + utf8(scene.forward);
+    std::string text =
+        utf8(scene.name) + "|" + utf8(scene.oraneText) + "|" + utf8(scene.nathanText) + "|" + utf8(scene.forward);
     for (const orane::Choice& choice : scene.choices)
         text += "|*" + utf8(choice.briefDescription) + ">" + utf8(choice.longDescription) + ">"
                 + utf8(choice.nextSceneName);

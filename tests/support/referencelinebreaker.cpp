@@ -9,10 +9,8 @@ namespace
 /// (n - 1) is never the break, and neither is the first character of the text.
 void breakAtLastBlank(sf::String& text)
 {
-    for (std::size_t j = text.getSize() - 1; j-- > 1;)
-    {
-        if (text[j] == U' ')
-        {
+    for (std::size_t j = text.getSize() - 1; j-- > 1;) {
+        if (text[j] == U' ') {
             text[j] = U'\n';
             return;
         }
@@ -28,8 +26,7 @@ sf::String breakLinesReference(const sf::String& text, sf::Text& writer, float m
 
     const sf::String source = text;
     sf::String result;
-    for (std::size_t i = 0; i < source.getSize(); ++i)
-    {
+    for (std::size_t i = 0; i < source.getSize(); ++i) {
         result += source[i];
         writer.setString(result);
         if (writer.getGlobalBounds().width > maxWidth)
@@ -38,8 +35,7 @@ sf::String breakLinesReference(const sf::String& text, sf::Text& writer, float m
     return result;
 }
 
-sf::String breakLinesReference(const sf::String& text, const sf::Font& font,
-                               unsigned int characterSize, float maxWidth)
+sf::String breakLinesReference(const sf::String& text, const sf::Font& font, unsigned int characterSize, float maxWidth)
 {
     sf::Text writer("", font, characterSize);
     return breakLinesReference(text, writer, maxWidth);

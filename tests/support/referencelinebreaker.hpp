@@ -16,7 +16,7 @@ namespace orane
 sf::String breakLinesReference(const sf::String& text, sf::Text& writer, float maxWidth);
 
 /// The same with a text object of the given font and character size, SFML's default style.
-sf::String breakLinesReference(const sf::String& text, const sf::Font& font,
-                               unsigned int characterSize, float maxWidth);
+sf::String breakLinesReference(const sf::String& text, const sf::Font& font, unsigned int characterSize,
+                               float maxWidth);
 
 } // namespace orane

@@ -1,10 +1,8 @@
+#include "../story/storytesting.hpp"
 #include "authorchecks.hpp"
 #include "factflow.hpp"
-#include "sourcetext.hpp"
-
-#include "../story/storytesting.hpp"
-
 #include "scenemanager/scenemanager.hpp"
+#include "sourcetext.hpp"
 
 #include <gtest/gtest.h>
 
@@ -120,9 +118,8 @@ BruteForce playEveryWay(const orane::SceneManager& started, const std::vector<st
             Config next{config.manager, config.known, config.clicks + 1};
             for (const auto& fact : facts.choiceSets[choiceKey])
                 next.known.insert(fact);
-            next.manager.setNewSceneCallback([&](const orane::Scene&) {
-                show(utf8(next.manager.currentSceneName()), next.known, next.clicks);
-            });
+            next.manager.setNewSceneCallback(
+                [&](const orane::Scene&) { show(utf8(next.manager.currentSceneName()), next.known, next.clicks); });
             next.manager.applyChoice(static_cast<std::int32_t>(c));
             queue.push_back(std::move(next));
         }
@@ -172,7 +169,9 @@ void writeRandomStory(const StoryTree& tree, std::mt19937& random)
         if (isArrest) {
             text += "* Avouer\n" + facts("needs") + "Il avoue.\n-> end\n* Nier\nIl nie.\n-> game_over\n";
         } else if (i + 1 < scenes.size() && draw(4) == 0) {
-            text += "FORWARD " + scenes[i + 1 + static_cast<std::size_t>(draw(static_cast<int>(scenes.size() - i - 1)))].first + "\n";
+            text += "FORWARD "
+                    + scenes[i + 1 + static_cast<std::size_t>(draw(static_cast<int>(scenes.size() - i - 1)))].first
+                    + "\n";
         } else {
             const int choices = 1 + draw(3);
             for (int c = 0; c < choices; ++c) {
@@ -186,7 +185,8 @@ void writeRandomStory(const StoryTree& tree, std::mt19937& random)
                     target = "arrest";
                 else
                     target = scenes[static_cast<std::size_t>(draw(static_cast<int>(scenes.size())))].first;
-                text += "* c" + std::to_string(c) + " " + name + "\n" + facts("sets") + facts("needs") + "Réponse.\n-> " + target + "\n";
+                text += "* c" + std::to_string(c) + " " + name + "\n" + facts("sets") + facts("needs") + "Réponse.\n-> "
+                        + target + "\n";
             }
         }
         files[scenes[i].second] += text + "\n";
@@ -217,7 +217,8 @@ struct Loaded
 
 /// Plays `labels` from the start with the game's manager: each scene shown after the last click
 /// (a FORWARD chain shows several), with the facts known just before it was shown.
-std::vector<std::pair<std::string, std::set<std::string>>> replay(const Loaded& story, const std::vector<sf::String>& labels, const Annotated& facts)
+std::vector<std::pair<std::string, std::set<std::string>>>
+replay(const Loaded& story, const std::vector<sf::String>& labels, const Annotated& facts)
 {
     orane::SceneManager manager = story.game;
     std::set<std::string> known;
@@ -267,7 +268,9 @@ TEST(FactFlow, AgreesWithEveryPathPlayedOutOnSmallRandomStories)
         const std::vector<orane::StoryFinding> findings = flow.findings();
         for (const auto& finding : findings) {
             if (finding.kind == "continuity")
-                proved.emplace(Miss{utf8(finding.scene), finding.choice ? static_cast<int>(*finding.choice) : -1, utf8(finding.fact)}, &finding);
+                proved.emplace(Miss{utf8(finding.scene), finding.choice ? static_cast<int>(*finding.choice) : -1,
+                                    utf8(finding.fact)},
+                               &finding);
         }
         std::set<Miss> provedMisses, trueMisses;
         for (const auto& entry : proved)

@@ -1,8 +1,8 @@
 #include "pagemeasure.hpp"
 
-#include <gtest/gtest.h>
-
 #include <SFML/Graphics/Text.hpp>
+
+#include <gtest/gtest.h>
 
 namespace
 {

@@ -1,10 +1,9 @@
 #include "previewoptions.hpp"
 #include "previewoverlay.hpp"
 #include "reloadtimer.hpp"
+#include "scenemanager/scenemanager.hpp"
 #include "scenetrail.hpp"
 #include "storywatcher.hpp"
-
-#include "scenemanager/scenemanager.hpp"
 
 #include <gtest/gtest.h>
 
@@ -159,7 +158,9 @@ TEST(StoryWatcher, EveryWayEditorsSaveIsSeenAndTheirOwnFilesAreNot)
 
     folder.write("story.txt", "more\n", std::ios::app);
     EXPECT_TRUE(watcher.takeChanges()) << "written in place";
-    { std::ofstream truncated(folder.file("story.txt"), std::ios::trunc); }
+    {
+        std::ofstream truncated(folder.file("story.txt"), std::ios::trunc);
+    }
     EXPECT_TRUE(watcher.takeChanges()) << "truncated";
     folder.write(".story.txt.swp", "swap");
     folder.write("story.txt~", "backup");

@@ -1,9 +1,8 @@
+#include "../story/storytesting.hpp"
 #include "glyphcheck.hpp"
 #include "slipcheck.hpp"
 #include "spellingcheck.hpp"
 #include "typographycheck.hpp"
-
-#include "../story/storytesting.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +11,8 @@
 namespace
 {
 
-using orane::StoryFinding;
 using orane::SourceText;
+using orane::StoryFinding;
 using storytesting::u8;
 using storytesting::utf8;
 
@@ -50,8 +49,8 @@ TEST(TypographyCheck, FlagsFrenchSpacingSlipsWhereTheyStandAndNothingElse)
                                  "« Ouvert.\n"
                                  "-> b\n");
     const auto found = orane::TypographyCheck(sources).findings();
-    EXPECT_EQ(places(found), (std::vector<std::string>{"4:5", "4:10", "4:14", "4:16", "4:20", "5:3", "5:4", "5:12", "5:19", "6:5",
-                                                       "9:4", "12:1", "14:1"}));
+    EXPECT_EQ(places(found), (std::vector<std::string>{"4:5", "4:10", "4:14", "4:16", "4:20", "5:3", "5:4", "5:12",
+                                                       "5:19", "6:5", "9:4", "12:1", "14:1"}));
 }
 
 TEST(TypographyCheck, StraightApostrophesAreFlaggedOnlyWhereTheStoryOtherwiseCurlsThem)
@@ -68,7 +67,8 @@ protected:
     void SetUp() override
     {
         tree_.write("lexique.txt", "# Noms propres\nAdèle\n  Vaubecour \n");
-        spelling_ = std::make_unique<orane::SpellingCheck>("/usr/share/hunspell", tree_.directory() + "lexique.txt", cache());
+        spelling_ =
+            std::make_unique<orane::SpellingCheck>("/usr/share/hunspell", tree_.directory() + "lexique.txt", cache());
         if (!spelling_->available())
             GTEST_SKIP() << spelling_->error();
     }
@@ -81,7 +81,8 @@ protected:
 TEST_F(SpellingCheckTest, WordsAreFrenchWordsWithTheirElisionsAndHyphens)
 {
     std::vector<std::string> words;
-    for (const auto& [index, word] : orane::SpellingCheck::words(u8("L’homme, peut-être ; 1894 fois -- aujourd'hui X2 « J. »")))
+    for (const auto& [index, word] :
+         orane::SpellingCheck::words(u8("L’homme, peut-être ; 1894 fois -- aujourd'hui X2 « J. »")))
         words.push_back(std::to_string(index) + utf8(word));
     EXPECT_EQ(words, (std::vector<std::string>{"0L’homme", "9peut-être", "26fois", "34aujourd'hui", "51J"}));
 }
@@ -99,7 +100,8 @@ TEST_F(SpellingCheckTest, TheWordListAndTheDictionaryDecideAndAccentSlipsAreSugg
     ASSERT_FALSE(suggestions.empty());
     EXPECT_EQ(suggestions[0], "étrange");
 
-    const auto sources = oneFile("SCENE a\nORANE\nUne maisson étrange, signée J. Vaubecour.\nNATHAN\nBon.\n* Alors\nCe n’est rienn.\n-> end\n");
+    const auto sources = oneFile(
+        "SCENE a\nORANE\nUne maisson étrange, signée J. Vaubecour.\nNATHAN\nBon.\n* Alors\nCe n’est rienn.\n-> end\n");
     const auto found = spelling_->findings(sources);
     EXPECT_EQ(places(found), (std::vector<std::string>{"3:5", "7:10"}));
     EXPECT_EQ(found[0].suggestions.at(0), "maison");
@@ -132,7 +134,8 @@ TEST(GlyphCheck, CharactersMissingFromTheWritersFontsAreFound)
     ASSERT_TRUE(glyphs.available()) << glyphs.error();
     EXPECT_TRUE(glyphs.has(0, U'é') && glyphs.has(0, U'’') && glyphs.has(0, U'«') && glyphs.has(1, U'œ'));
     EXPECT_FALSE(glyphs.has(0, 0xA0));
-    const auto sources = oneFile("SCENE a\nORANE\nÉté, « cœur » l’œil…\nSans\u00A0blanc.\nNATHAN\nBon \u2603.\nFORWARD end\n");
+    const auto sources =
+        oneFile("SCENE a\nORANE\nÉté, « cœur » l’œil…\nSans\u00A0blanc.\nNATHAN\nBon \u2603.\nFORWARD end\n");
     const auto found = glyphs.findings(sources);
     EXPECT_EQ(places(found), (std::vector<std::string>{"4:5", "6:5"}));
     EXPECT_NE(found[1].message.find("Nathan's font"), std::string::npos);
@@ -141,8 +144,9 @@ TEST(GlyphCheck, CharactersMissingFromTheWritersFontsAreFound)
 
 TEST(SlipCheck, ClosestNamesForgiveCaseAccentsAndSmallTypos)
 {
-    const auto sources = oneFile("SCENE Lemoine_cuisine\nORANE\nA.\nFORWARD end\nSCENE Lemoine_cave\nORANE\nB.\nFORWARD end\n"
-                                 "SCENE église\nORANE\nC.\nFORWARD end\n");
+    const auto sources =
+        oneFile("SCENE Lemoine_cuisine\nORANE\nA.\nFORWARD end\nSCENE Lemoine_cave\nORANE\nB.\nFORWARD end\n"
+                "SCENE église\nORANE\nC.\nFORWARD end\n");
     const orane::SlipCheck slips(sources, "/nowhere/", {});
     EXPECT_EQ(slips.closestNames(u8("Lemoine_cusine")), (std::vector<sf::String>{u8("Lemoine_cuisine")}));
     EXPECT_EQ(slips.closestNames(u8("lemoine_cave")), (std::vector<sf::String>{u8("Lemoine_cave")}));

@@ -1,6 +1,5 @@
-#include "sourcetext.hpp"
-
 #include "../story/storytesting.hpp"
+#include "sourcetext.hpp"
 
 #include <gtest/gtest.h>
 
@@ -20,21 +19,20 @@ std::vector<std::string> names(const std::vector<SourceText::Fact>& facts)
 
 TEST(SourceText, AnnotationsBelongToTheirSceneOrToTheChoiceTheyFollow)
 {
-    const SourceText source = SourceText::read("story.txt",
-                                                 "# needs: avant_tout\n"
-                                                 "SCENE begin\n"
-                                                 "# sets: carnet, brossard_chantiers\n"
-                                                 "ORANE\n"
-                                                 "# needs: été_1894\n"
-                                                 "Bonjour.\n"
-                                                 "* Accepter\n"
-                                                 "# sets: accord\n"
-                                                 "Oui.\n"
-                                                 "-> suite\n"
-                                                 "# needs:  lucie ,salaire\n"
-                                                 "* Refuser\n"
-                                                 "Non.\n"
-                                                 "-> end\n");
+    const SourceText source = SourceText::read("story.txt", "# needs: avant_tout\n"
+                                                            "SCENE begin\n"
+                                                            "# sets: carnet, brossard_chantiers\n"
+                                                            "ORANE\n"
+                                                            "# needs: été_1894\n"
+                                                            "Bonjour.\n"
+                                                            "* Accepter\n"
+                                                            "# sets: accord\n"
+                                                            "Oui.\n"
+                                                            "-> suite\n"
+                                                            "# needs:  lucie ,salaire\n"
+                                                            "* Refuser\n"
+                                                            "Non.\n"
+                                                            "-> end\n");
     ASSERT_EQ(source.scenes().size(), 1u);
     const SourceText::Scene& scene = source.scenes()[0];
     EXPECT_EQ(utf8(scene.name), "begin");
@@ -57,19 +55,18 @@ TEST(SourceText, AnnotationsBelongToTheirSceneOrToTheChoiceTheyFollow)
 
 TEST(SourceText, MisspeltAnnotationsWarnAndOtherCommentsStayComments)
 {
-    const SourceText source = SourceText::read("story.txt",
-                                                 "SCENE begin\n"
-                                                 "# need: a\n"
-                                                 "# set : b\n"
-                                                 "#sets: c\n"
-                                                 "# Sets: d\n"
-                                                 "# Calendrier : Chambaz, nuit du samedi 13\n"
-                                                 "# Lyon, novembre 1894.\n"
-                                                 "# sets: fait-divers, bon\n"
-                                                 "# needs:\n"
-                                                 "ORANE\n"
-                                                 "Texte.\n"
-                                                 "FORWARD end\n");
+    const SourceText source = SourceText::read("story.txt", "SCENE begin\n"
+                                                            "# need: a\n"
+                                                            "# set : b\n"
+                                                            "#sets: c\n"
+                                                            "# Sets: d\n"
+                                                            "# Calendrier : Chambaz, nuit du samedi 13\n"
+                                                            "# Lyon, novembre 1894.\n"
+                                                            "# sets: fait-divers, bon\n"
+                                                            "# needs:\n"
+                                                            "ORANE\n"
+                                                            "Texte.\n"
+                                                            "FORWARD end\n");
     std::vector<std::size_t> lines;
     for (const auto& finding : source.annotationFindings())
         lines.push_back(finding.line);
@@ -84,27 +81,27 @@ TEST(SourceText, MisspeltAnnotationsWarnAndOtherCommentsStayComments)
 
 TEST(SourceText, TextLinesAreKnownByWriterWithTheirColumns)
 {
-    const SourceText source = SourceText::read("story.txt",
-                                                 "SCENE a\n"
-                                                 "ORANE\n"
-                                                 "Un.\n"
-                                                 "\n"
-                                                 "Deux.\n"
-                                                 "NATHAN\n"
-                                                 "Trois.\n"
-                                                 "*  Quatre\n"
-                                                 "Cinq.\n"
-                                                 "-> b\n"
-                                                 "SCENE b\n"
-                                                 "ORANE\n"
-                                                 "Six.\n"
-                                                 "FORWARD end\n");
+    const SourceText source = SourceText::read("story.txt", "SCENE a\n"
+                                                            "ORANE\n"
+                                                            "Un.\n"
+                                                            "\n"
+                                                            "Deux.\n"
+                                                            "NATHAN\n"
+                                                            "Trois.\n"
+                                                            "*  Quatre\n"
+                                                            "Cinq.\n"
+                                                            "-> b\n"
+                                                            "SCENE b\n"
+                                                            "ORANE\n"
+                                                            "Six.\n"
+                                                            "FORWARD end\n");
     ASSERT_EQ(source.scenes().size(), 2u);
     std::vector<std::string> texts;
     for (const auto& text : source.scenes()[0].texts)
         texts.push_back(std::to_string(static_cast<int>(text.kind)) + "@" + std::to_string(text.line) + ":"
                         + std::to_string(text.column) + (text.endsPage ? "!" : "") + utf8(text.text));
-    EXPECT_EQ(texts, (std::vector<std::string>{"0@3:1Un.", "0@5:1!Deux.", "1@7:1!Trois.", "2@8:2  Quatre", "3@9:1Cinq."}));
+    EXPECT_EQ(texts,
+              (std::vector<std::string>{"0@3:1Un.", "0@5:1!Deux.", "1@7:1!Trois.", "2@8:2  Quatre", "3@9:1Cinq."}));
     EXPECT_EQ(utf8(source.scenes()[1].forward), "end");
     EXPECT_EQ(source.scenes()[1].forwardColumn, 9u);
 }

@@ -43,8 +43,7 @@ std::string directoryOf(const std::string& path)
 LanguageServer::LanguageServer(Send send, std::vector<std::string> fontDirectories)
     : send_(std::move(send))
     , fontDirectories_(std::move(fontDirectories))
-{
-}
+{}
 
 LanguageServer::~LanguageServer() = default;
 
@@ -153,7 +152,8 @@ void LanguageServer::notify(const std::string& method, const Json& params)
 void LanguageServer::initialize(const Json& params, Json& result)
 {
     std::string root;
-    if (params.contains("workspaceFolders") && params["workspaceFolders"].is_array() && !params["workspaceFolders"].empty())
+    if (params.contains("workspaceFolders") && params["workspaceFolders"].is_array()
+        && !params["workspaceFolders"].empty())
         root = pathFromUri(params["workspaceFolders"][0].value("uri", std::string()));
     if (root.empty() && params.contains("rootUri") && params["rootUri"].is_string())
         root = pathFromUri(params["rootUri"].get<std::string>());
@@ -171,7 +171,8 @@ void LanguageServer::initialize(const Json& params, Json& result)
             encoding = "utf-8";
         }
     }
-    const Json operations = params.value("/capabilities/workspace/workspaceEdit/resourceOperations"_json_pointer, Json::array());
+    const Json operations =
+        params.value("/capabilities/workspace/workspaceEdit/resourceOperations"_json_pointer, Json::array());
     documentChanges_ = params.value("/capabilities/workspace/workspaceEdit/documentChanges"_json_pointer, false)
                        && std::find(operations.begin(), operations.end(), "rename") != operations.end();
     initialized_ = true;
@@ -288,7 +289,8 @@ void LanguageServer::publishDiagnostics()
                                     {"message", diagnostic.message}});
             published_.insert(file);
         }
-        send_(Json{{"jsonrpc", "2.0"}, {"method", "textDocument/publishDiagnostics"},
+        send_(Json{{"jsonrpc", "2.0"},
+                   {"method", "textDocument/publishDiagnostics"},
                    {"params", {{"uri", uriFromPath(file)}, {"diagnostics", list}}}});
     }
 }

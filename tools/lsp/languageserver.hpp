@@ -16,7 +16,7 @@ namespace orane
 {
 class PageMeasure;
 class VirtualDisplay;
-}
+} // namespace orane
 
 namespace orane::lsp
 {

@@ -29,7 +29,8 @@ std::string trimmed(const std::string& text)
 /// The value of a Content-Length header: decimal digits only, nothing when it is not one.
 std::optional<std::size_t> parseLength(const std::string& value)
 {
-    if (value.empty() || value.size() > 18 || !std::all_of(value.begin(), value.end(), [](char c) { return c >= '0' && c <= '9'; }))
+    if (value.empty() || value.size() > 18
+        || !std::all_of(value.begin(), value.end(), [](char c) { return c >= '0' && c <= '9'; }))
         return std::nullopt;
     return static_cast<std::size_t>(std::stoull(value));
 }

@@ -4,7 +4,6 @@
 #include "workspace.hpp"
 
 #include <nlohmann/json.hpp>
-
 #include <stdexcept>
 #include <string>
 
@@ -32,8 +31,7 @@ struct RequestError : std::runtime_error
     RequestError(int errorCode, const std::string& message)
         : std::runtime_error(message)
         , code(errorCode)
-    {
-    }
+    {}
     int code;
 };
 
@@ -45,8 +43,7 @@ public:
     Locator(Workspace& workspace, PositionEncoding encoding)
         : workspace_(workspace)
         , encoding_(encoding)
-    {
-    }
+    {}
 
     /// The path of params.textDocument.uri; throws RequestError when it is no file URI.
     [[nodiscard]] std::string path(const Json& params) const;

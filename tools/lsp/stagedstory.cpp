@@ -1,11 +1,10 @@
 #include "stagedstory.hpp"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <set>
+#include <unistd.h>
 
 namespace orane::lsp
 {

@@ -3,11 +3,10 @@
 #include "languageserver.hpp"
 #include "messagereader.hpp"
 
-#include <poll.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <csignal>
+#include <poll.h>
+#include <unistd.h>
 
 namespace orane::lsp
 {

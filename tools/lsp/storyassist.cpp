@@ -1,7 +1,6 @@
 #include "storyassist.hpp"
 
 #include "pagemeasure.hpp"
-
 #include "scene/scene.hpp"
 
 #include <ryn/core/console.hpp>
@@ -74,9 +73,11 @@ orane::Scene gameScene(const TextDocument& document, const StoryIndex::Scene& sc
     return read;
 }
 
-Json completionItem(const std::string& label, const std::string& text, int kind, const std::string& detail, const Json& range)
+Json completionItem(const std::string& label, const std::string& text, int kind, const std::string& detail,
+                    const Json& range)
 {
-    return Json{{"label", label}, {"kind", kind}, {"detail", detail}, {"textEdit", {{"range", range}, {"newText", text}}}};
+    return Json{
+        {"label", label}, {"kind", kind}, {"detail", detail}, {"textEdit", {{"range", range}, {"newText", text}}}};
 }
 
 } // namespace
@@ -128,7 +129,8 @@ Json StoryAssist::completion(const Json& params) const
         const Json range = rangeFrom(0);
         for (const Keyword& keyword : KEYWORDS) {
             if (startsWith(keyword.label, prefix) || prefix.empty())
-                items.push_back(completionItem(keyword.label, keyword.insert, COMPLETION_KEYWORD, keyword.detail, range));
+                items.push_back(
+                    completionItem(keyword.label, keyword.insert, COMPLETION_KEYWORD, keyword.detail, range));
         }
     }
     return items;
@@ -156,12 +158,14 @@ Json StoryAssist::hover(const Json& params) const
         const StoryIndex::File* file = nullptr;
         const StoryIndex::Scene* scene = index_.definition(thing->name, &file);
         if (scene == nullptr) {
-            const bool special = std::find(SPECIAL_SCENES.begin(), SPECIAL_SCENES.end(), thing->name) != SPECIAL_SCENES.end();
+            const bool special =
+                std::find(SPECIAL_SCENES.begin(), SPECIAL_SCENES.end(), thing->name) != SPECIAL_SCENES.end();
             text = "**" + thing->name + "**: " + (special ? "composed by the game" : "no scene of this name");
         } else {
-            const Position at = locator_.workspace().document(file->path).positionAt(scene->nameSpan.begin, PositionEncoding::UTF8);
-            text = "**SCENE " + thing->name + "** (" + fileName(file->path) + ":" + std::to_string(at.line + 1) + ")\n\n"
-                   + pagesOf(*file, *scene) + "\n\n" + waysInto(thing->name);
+            const Position at =
+                locator_.workspace().document(file->path).positionAt(scene->nameSpan.begin, PositionEncoding::UTF8);
+            text = "**SCENE " + thing->name + "** (" + fileName(file->path) + ":" + std::to_string(at.line + 1)
+                   + ")\n\n" + pagesOf(*file, *scene) + "\n\n" + waysInto(thing->name);
             const auto known = factsKnown();
             const auto facts = known.find(thing->name);
             std::string list;
@@ -169,7 +173,10 @@ Json StoryAssist::hover(const Json& params) const
                 for (const std::string& fact : facts->second)
                     list += (list.empty() ? "" : ", ") + fact;
             }
-            text += "\n\nFacts known here: " + (facts == known.end() ? std::string("(never reached from begin)") : list.empty() ? std::string("none") : list);
+            text += "\n\nFacts known here: "
+                    + (facts == known.end() ? std::string("(never reached from begin)")
+                       : list.empty()       ? std::string("none")
+                                            : list);
         }
     }
     return Json{{"contents", {{"kind", "markdown"}, {"value", text}}}, {"range", locator_.range(thing->span)}};
@@ -188,7 +195,8 @@ std::string StoryAssist::pagesOf(const StoryIndex::File& file, const StoryIndex:
     float right = measure_->textBottom(read.nathanText, PageWriter::NATHAN);
     std::string how;
     for (std::size_t index = 0; index < read.choices.size(); ++index) {
-        const float bottom = measure_->buttonsBottom(measure_->withAnswer(read.nathanText, read.choices[index].longDescription), labels);
+        const float bottom =
+            measure_->buttonsBottom(measure_->withAnswer(read.nathanText, read.choices[index].longDescription), labels);
         if (bottom > right) {
             right = bottom;
             how = ", fullest with the answer of choice " + std::to_string(index) + " and the buttons";
@@ -206,7 +214,8 @@ std::string StoryAssist::waysInto(const std::string& sceneName) const
         add("the story starts here");
     for (const auto& [file, link] : index_.linksTo(sceneName)) {
         const StoryIndex::Scene& from = file->scenes[static_cast<std::size_t>(link->scene)];
-        const Position at = locator_.workspace().document(file->path).positionAt(link->span.begin, PositionEncoding::UTF8);
+        const Position at =
+            locator_.workspace().document(file->path).positionAt(link->span.begin, PositionEncoding::UTF8);
         const std::string place = " (" + fileName(file->path) + ":" + std::to_string(at.line + 1) + ")";
         if (link->choice == StoryIndex::FORWARD_LINK) {
             add("FORWARD from " + from.name + place);
@@ -217,7 +226,8 @@ std::string StoryAssist::waysInto(const std::string& sceneName) const
         }
     }
     for (const std::string& suffix : {std::string("_begin"), std::string("_arrest")}) {
-        if (sceneName.size() > suffix.size() && sceneName.compare(sceneName.size() - suffix.size(), suffix.size(), suffix) == 0
+        if (sceneName.size() > suffix.size()
+            && sceneName.compare(sceneName.size() - suffix.size(), suffix.size(), suffix) == 0
             && index_.isSuspect(sceneName.substr(0, sceneName.size() - suffix.size())))
             add(std::string(suffix == "_begin" ? "the hub" : "the arrest page") + ", for the suspect "
                 + sceneName.substr(0, sceneName.size() - suffix.size()));
@@ -274,7 +284,8 @@ std::map<std::string, std::set<std::string>> StoryAssist::factsKnown() const
                 continue;
             }
             std::set<std::string> both;
-            std::set_intersection(to->second.begin(), to->second.end(), carried.begin(), carried.end(), std::inserter(both, both.end()));
+            std::set_intersection(to->second.begin(), to->second.end(), carried.begin(), carried.end(),
+                                  std::inserter(both, both.end()));
             if (both.size() != to->second.size()) {
                 to->second = std::move(both);
                 changed = true;

@@ -25,8 +25,7 @@ public:
         , locator_(locator)
         , measure_(measure)
         , unmeasuredReason_(std::move(unmeasuredReason))
-    {
-    }
+    {}
 
     [[nodiscard]] Json completion(const Json& params) const;
     [[nodiscard]] Json hover(const Json& params) const;

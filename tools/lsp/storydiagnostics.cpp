@@ -48,8 +48,7 @@ int choiceNumber(const std::string& message)
 StoryDiagnostics::StoryDiagnostics(PageMeasure* measure, std::string unmeasuredReason)
     : measure_(measure)
     , unmeasuredReason_(std::move(unmeasuredReason))
-{
-}
+{}
 
 std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& workspace, const StoryIndex& index)
 {
@@ -97,8 +96,10 @@ std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& 
         std::string message = rest.substr(separator + 2);
         // "file:line" or, for the prose and continuity checks, "file:line:column".
         std::vector<std::size_t> numbers;
-        for (std::size_t colon = head.rfind(':'); numbers.size() < 2 && colon != std::string::npos && colon + 1 < head.size()
-             && std::all_of(head.begin() + static_cast<std::ptrdiff_t>(colon) + 1, head.end(), [](char c) { return c >= '0' && c <= '9'; });
+        for (std::size_t colon = head.rfind(':');
+             numbers.size() < 2 && colon != std::string::npos && colon + 1 < head.size()
+             && std::all_of(head.begin() + static_cast<std::ptrdiff_t>(colon) + 1, head.end(),
+                            [](char c) { return c >= '0' && c <= '9'; });
              colon = head.rfind(':')) {
             numbers.insert(numbers.begin(), std::stoul(head.substr(colon + 1)));
             head.resize(colon);

@@ -53,7 +53,8 @@ bool isFactCharacter(unsigned char c)
 
 } // namespace
 
-bool StoryIndex::readAnnotation(std::string_view line, bool& sets, std::vector<std::pair<std::size_t, std::string>>& facts)
+bool StoryIndex::readAnnotation(std::string_view line, bool& sets,
+                                std::vector<std::pair<std::size_t, std::string>>& facts)
 {
     static const std::string_view setsHead = "# sets:";
     static const std::string_view needsHead = "# needs:";
@@ -111,7 +112,8 @@ StoryIndex::File StoryIndex::read(const std::string& path, const TextDocument& d
             const auto [begin, end] = secondWord(line);
             if (!file.scenes.empty())
                 file.scenes.back().lastLine = index - 1;
-            file.scenes.push_back(Scene{std::string(line.substr(begin, end - begin)), span(index, begin, end), index, index, {}});
+            file.scenes.push_back(
+                Scene{std::string(line.substr(begin, end - begin)), span(index, begin, end), index, index, {}});
             choice = FORWARD_LINK;
             continue;
         }
@@ -120,15 +122,18 @@ StoryIndex::File StoryIndex::read(const std::string& path, const TextDocument& d
         const std::size_t scene = file.scenes.size() - 1;
         if (contains(line, "FORWARD")) {
             const auto [begin, end] = secondWord(line);
-            file.links.push_back(Link{std::string(line.substr(begin, end - begin)), span(index, begin, end), scene, FORWARD_LINK});
+            file.links.push_back(
+                Link{std::string(line.substr(begin, end - begin)), span(index, begin, end), scene, FORWARD_LINK});
         } else if (contains(line, "ORANE") || contains(line, "NATHAN")) {
             continue;
         } else if (contains(line, "*")) {
-            file.scenes.back().choices.push_back(Choice{std::string(line.substr(line.find('*') + 1)), span(index, 0, line.size())});
+            file.scenes.back().choices.push_back(
+                Choice{std::string(line.substr(line.find('*') + 1)), span(index, 0, line.size())});
             ++choice;
         } else if (contains(line, "->") && choice != FORWARD_LINK) {
             const auto [begin, end] = trimmedRange(line, line.find("->") + 2, line.size());
-            file.links.push_back(Link{std::string(line.substr(begin, end - begin)), span(index, begin, end), scene, choice});
+            file.links.push_back(
+                Link{std::string(line.substr(begin, end - begin)), span(index, begin, end), scene, choice});
         }
     }
     return file;
@@ -142,7 +147,8 @@ void StoryIndex::update(Workspace& workspace)
     files.reserve(paths.size());
     for (const std::string& path : paths) {
         const std::uint64_t revision = workspace.revision(path);
-        const auto old = std::find_if(files_.begin(), files_.end(), [&path](const File& file) { return file.path == path; });
+        const auto old =
+            std::find_if(files_.begin(), files_.end(), [&path](const File& file) { return file.path == path; });
         if (old != files_.end() && revisions_[path] == revision) {
             files.push_back(std::move(*old));
             continue;
@@ -168,19 +174,22 @@ void StoryIndex::readSuspects(Workspace& workspace)
         if (index + 1 == list.lineCount() && line.empty())
             break;
         const std::size_t start = list.lineStart(index);
-        suspectLines_.push_back(Suspect{std::string(line.substr(begin, end - begin)), Span{path, start + begin, start + end}});
+        suspectLines_.push_back(
+            Suspect{std::string(line.substr(begin, end - begin)), Span{path, start + begin, start + end}});
     }
 }
 
 const StoryIndex::File* StoryIndex::file(const std::string& path) const
 {
-    const auto found = std::find_if(files_.begin(), files_.end(), [&path](const File& each) { return each.path == path; });
+    const auto found =
+        std::find_if(files_.begin(), files_.end(), [&path](const File& each) { return each.path == path; });
     return found == files_.end() ? nullptr : &*found;
 }
 
 bool StoryIndex::isSuspect(const std::string& name) const
 {
-    return std::any_of(suspectLines_.begin(), suspectLines_.end(), [&name](const Suspect& suspect) { return suspect.name == name; });
+    return std::any_of(suspectLines_.begin(), suspectLines_.end(),
+                       [&name](const Suspect& suspect) { return suspect.name == name; });
 }
 
 const StoryIndex::Scene* StoryIndex::definition(const std::string& name, const File** in) const
@@ -197,7 +206,8 @@ const StoryIndex::Scene* StoryIndex::definition(const std::string& name, const F
     return nullptr;
 }
 
-std::vector<std::pair<const StoryIndex::File*, const StoryIndex::Scene*>> StoryIndex::definitions(const std::string& name) const
+std::vector<std::pair<const StoryIndex::File*, const StoryIndex::Scene*>>
+StoryIndex::definitions(const std::string& name) const
 {
     std::vector<std::pair<const File*, const Scene*>> found;
     for (const File& file : files_) {
@@ -209,7 +219,8 @@ std::vector<std::pair<const StoryIndex::File*, const StoryIndex::Scene*>> StoryI
     return found;
 }
 
-std::vector<std::pair<const StoryIndex::File*, const StoryIndex::Link*>> StoryIndex::linksTo(const std::string& name) const
+std::vector<std::pair<const StoryIndex::File*, const StoryIndex::Link*>>
+StoryIndex::linksTo(const std::string& name) const
 {
     std::vector<std::pair<const File*, const Link*>> found;
     for (const File& file : files_) {

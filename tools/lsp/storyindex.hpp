@@ -109,7 +109,8 @@ public:
     [[nodiscard]] static File read(const std::string& path, const TextDocument& document);
     /// The facts of an annotation line ("# sets: a, b"), with their offsets in the line; false
     /// when the line is no annotation. `sets` says which kind it is.
-    static bool readAnnotation(std::string_view line, bool& sets, std::vector<std::pair<std::size_t, std::string>>& facts);
+    static bool readAnnotation(std::string_view line, bool& sets,
+                               std::vector<std::pair<std::size_t, std::string>>& facts);
 
 private:
     void readSuspects(Workspace& workspace);

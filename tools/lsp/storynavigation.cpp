@@ -135,8 +135,7 @@ Json StoryNavigation::definition(const Json& params) const
             return nullptr;
         return locator_.location(Span{file, 0, 0});
     }
-    case NamedThing::KIND::FACT:
-        break;
+    case NamedThing::KIND::FACT: break;
     }
     Json places = Json::array();
     for (const StoryIndex::Fact* fact : index_.factUses(thing->name)) {
@@ -203,7 +202,8 @@ NamedThing StoryNavigation::renamable(const Json& params) const
     if (thing->kind != NamedThing::KIND::SCENE)
         return *thing;
     if (std::find(SPECIAL_SCENES.begin(), SPECIAL_SCENES.end(), thing->name) != SPECIAL_SCENES.end())
-        throw RequestError(error::REQUEST_FAILED, "\"" + thing->name + "\" is one of the game's own scenes: its name is fixed");
+        throw RequestError(error::REQUEST_FAILED,
+                           "\"" + thing->name + "\" is one of the game's own scenes: its name is fixed");
     const std::string suspect = suspectOf(thing->name);
     if (!suspect.empty())
         throw RequestError(error::REQUEST_FAILED, "\"" + thing->name + "\" is named after the suspect \"" + suspect
@@ -279,7 +279,8 @@ Json StoryNavigation::rename(const Json& params, bool documentChanges) const
     }
     Json changes = Json::array();
     for (const auto& [file, list] : edits)
-        changes.push_back(Json{{"textDocument", {{"uri", uriFromPath(file)}, {"version", nullptr}}}, {"edits", textEdits(list)}});
+        changes.push_back(
+            Json{{"textDocument", {{"uri", uriFromPath(file)}, {"version", nullptr}}}, {"edits", textEdits(list)}});
     // Edits name the file as it is now, so its renaming comes last.
     if (!renamedFile.empty())
         changes.push_back(Json{{"kind", "rename"},
@@ -294,7 +295,9 @@ Json StoryNavigation::documentSymbols(const Json& params) const
     Json symbols = Json::array();
     for (const StoryIndex::Suspect& suspect : index_.suspectLines()) {
         if (suspect.span.file == path && !suspect.name.empty())
-            symbols.push_back(Json{{"name", suspect.name}, {"kind", SYMBOL_CONSTANT}, {"range", locator_.range(suspect.span)},
+            symbols.push_back(Json{{"name", suspect.name},
+                                   {"kind", SYMBOL_CONSTANT},
+                                   {"range", locator_.range(suspect.span)},
                                    {"selectionRange", locator_.range(suspect.span)}});
     }
     const StoryIndex::File* file = index_.file(path);
@@ -312,9 +315,14 @@ Json StoryNavigation::documentSymbols(const Json& params) const
                 if (link.scene == sceneIndex && link.choice == static_cast<int>(&choice - scene.choices.data()))
                     detail = "-> " + link.target;
             }
-            const std::string label = choice.label.find_first_not_of(' ') == std::string::npos ? "*" : choice.label.substr(choice.label.find_first_not_of(' '));
-            children.push_back(Json{{"name", label}, {"detail", detail}, {"kind", SYMBOL_EVENT},
-                                    {"range", locator_.range(choice.line)}, {"selectionRange", locator_.range(choice.line)}});
+            const std::string label = choice.label.find_first_not_of(' ') == std::string::npos
+                                          ? "*"
+                                          : choice.label.substr(choice.label.find_first_not_of(' '));
+            children.push_back(Json{{"name", label},
+                                    {"detail", detail},
+                                    {"kind", SYMBOL_EVENT},
+                                    {"range", locator_.range(choice.line)},
+                                    {"selectionRange", locator_.range(choice.line)}});
         }
         std::string detail;
         for (const StoryIndex::Link& link : file->links) {
@@ -335,7 +343,8 @@ Json StoryNavigation::workspaceSymbols(const Json& params) const
 {
     std::string query = params.value("query", std::string());
     const auto lower = [](std::string text) {
-        std::transform(text.begin(), text.end(), text.begin(), [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); });
+        std::transform(text.begin(), text.end(), text.begin(),
+                       [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); });
         return text;
     };
     query = lower(query);
@@ -355,13 +364,17 @@ Json StoryNavigation::workspaceSymbols(const Json& params) const
     for (const StoryIndex::File& file : index_.files()) {
         for (const StoryIndex::Scene& scene : file.scenes) {
             if (!scene.name.empty() && matches(scene.name))
-                symbols.push_back(Json{{"name", scene.name}, {"kind", SYMBOL_CLASS}, {"containerName", fileName(file.path)},
+                symbols.push_back(Json{{"name", scene.name},
+                                       {"kind", SYMBOL_CLASS},
+                                       {"containerName", fileName(file.path)},
                                        {"location", locator_.location(scene.nameSpan)}});
         }
     }
     for (const StoryIndex::Suspect& suspect : index_.suspectLines()) {
         if (!suspect.name.empty() && matches(suspect.name))
-            symbols.push_back(Json{{"name", suspect.name}, {"kind", SYMBOL_FILE}, {"containerName", "suspects.ini"},
+            symbols.push_back(Json{{"name", suspect.name},
+                                   {"kind", SYMBOL_FILE},
+                                   {"containerName", "suspects.ini"},
                                    {"location", locator_.location(suspect.span)}});
     }
     return symbols;

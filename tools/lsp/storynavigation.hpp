@@ -31,8 +31,7 @@ public:
     StoryNavigation(const StoryIndex& index, const Locator& locator)
         : index_(index)
         , locator_(locator)
-    {
-    }
+    {}
 
     /// The scene, fact or suspect written at `offset` of `path`, if any.
     [[nodiscard]] std::optional<NamedThing> thingAt(const std::string& path, std::size_t offset) const;

@@ -16,12 +16,9 @@ bool isContinuation(unsigned char byte)
 std::uint32_t unitsOf(std::size_t length, PositionEncoding encoding)
 {
     switch (encoding) {
-    case PositionEncoding::UTF8:
-        return static_cast<std::uint32_t>(length);
-    case PositionEncoding::UTF16:
-        return length == 4 ? 2U : 1U;
-    case PositionEncoding::UTF32:
-        break;
+    case PositionEncoding::UTF8: return static_cast<std::uint32_t>(length);
+    case PositionEncoding::UTF16: return length == 4 ? 2U : 1U;
+    case PositionEncoding::UTF32: break;
     }
     return 1U;
 }
@@ -93,7 +90,8 @@ Position TextDocument::positionAt(std::size_t offset, PositionEncoding encoding)
     offset = std::min(offset, text_.size());
     const auto after = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset);
     const auto lineIndex = static_cast<std::size_t>(after - lineStarts_.begin()) - 1;
-    const std::string_view text = std::string_view(text_).substr(lineStarts_[lineIndex], offset - lineStarts_[lineIndex]);
+    const std::string_view text =
+        std::string_view(text_).substr(lineStarts_[lineIndex], offset - lineStarts_[lineIndex]);
     std::uint32_t units = 0;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t length = utf8SequenceLength(text, at);

@@ -1,10 +1,9 @@
 #include "workspace.hpp"
 
-#include <sys/stat.h>
-
 #include <fstream>
 #include <set>
 #include <sstream>
+#include <sys/stat.h>
 
 namespace orane::lsp
 {
@@ -118,7 +117,8 @@ void Workspace::checkDisk()
     for (auto& [path, file] : disk_) {
         struct stat status = {};
         const bool found = ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-        const std::int64_t modified = found ? static_cast<std::int64_t>(status.st_mtim.tv_sec) * 1000000000 + status.st_mtim.tv_nsec : -1;
+        const std::int64_t modified =
+            found ? static_cast<std::int64_t>(status.st_mtim.tv_sec) * 1000000000 + status.st_mtim.tv_nsec : -1;
         const std::int64_t size = found ? static_cast<std::int64_t>(status.st_size) : -1;
         if (modified != file.modified || size != file.size)
             readFromDisk(path, file);

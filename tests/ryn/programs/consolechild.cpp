@@ -1,7 +1,7 @@
 // Writes, in one run, what the game writes over a session: narrow lines, wide story reports
 // with accents, and an assertion report, under the global locale that the game installs.
-#include "ryn/core/assert.hpp"
-#include "ryn/core/console.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/console.hpp>
 
 #include <SFML/System/String.hpp>
 

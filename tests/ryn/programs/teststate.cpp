@@ -5,7 +5,7 @@
 #include "../testapplication.hpp"
 #include "closerequest.hpp"
 
-#include "ryn/core/console.hpp"
+#include <ryn/core/console.hpp>
 
 #include <SFML/Graphics/Texture.hpp>
 
@@ -22,8 +22,8 @@ std::string centrePixelOf(const sf::RenderWindow& window)
     frame.create(window.getSize().x, window.getSize().y);
     frame.update(window);
     const sf::Color pixel = frame.copyToImage().getPixel(window.getSize().x / 2, window.getSize().y / 2);
-    return std::to_string(pixel.r) + " " + std::to_string(pixel.g) + " " + std::to_string(pixel.b)
-           + " " + std::to_string(pixel.a);
+    return std::to_string(pixel.r) + " " + std::to_string(pixel.g) + " " + std::to_string(pixel.b) + " "
+           + std::to_string(pixel.a);
 }
 
 void say(const std::string& what, const std::string& value)

@@ -29,8 +29,8 @@ std::vector<MessageReader::Frame> readAll(MessageReader& reader)
 
 TEST(MessageReaderTest, MessagesCutAnywhereComeOutWhole)
 {
-    const std::string stream = framed("{\"a\":1}") + "Content-Type: application/vscode-jsonrpc; charset=utf-8\r\n"
-                               + framed("{\"é\":2}");
+    const std::string stream =
+        framed("{\"a\":1}") + "Content-Type: application/vscode-jsonrpc; charset=utf-8\r\n" + framed("{\"é\":2}");
     for (std::size_t piece = 1; piece <= stream.size(); ++piece) {
         MessageReader reader;
         std::vector<MessageReader::Frame> frames;
@@ -47,8 +47,9 @@ TEST(MessageReaderTest, MessagesCutAnywhereComeOutWhole)
 
 TEST(MessageReaderTest, ABadHeaderIsReportedOnceAndTheNextMessageStillArrives)
 {
-    for (const std::string& bad : {std::string("Content-Length: lots\r\n\r\n{}"), std::string("Content-Length 5\r\n\r\nhello"),
-                                   std::string("X-Other: 1\r\n\r\n{}"), std::string(5000, 'x')}) {
+    for (const std::string& bad :
+         {std::string("Content-Length: lots\r\n\r\n{}"), std::string("Content-Length 5\r\n\r\nhello"),
+          std::string("X-Other: 1\r\n\r\n{}"), std::string(5000, 'x')}) {
         MessageReader reader;
         const std::string stream = bad + framed("{\"ok\":true}");
         reader.feed(stream.data(), stream.size());

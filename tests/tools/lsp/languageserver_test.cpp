@@ -48,8 +48,9 @@ protected:
         write("suspects.ini", "Dupont\n");
         write("story.txt", STORY);
         write("Dupont.txt", DUPONT);
-        server_ = std::make_unique<orane::lsp::LanguageServer>([this](const Json& message) { sent_.push_back(message); },
-                                                               std::vector<std::string>{std::string(ORANE_BINARY_DIR) + "/resources/fonts/"});
+        server_ = std::make_unique<orane::lsp::LanguageServer>(
+            [this](const Json& message) { sent_.push_back(message); },
+            std::vector<std::string>{std::string(ORANE_BINARY_DIR) + "/resources/fonts/"});
     }
     void TearDown() override
     {
@@ -57,7 +58,10 @@ protected:
         std::filesystem::remove_all(directory_);
     }
 
-    void write(const std::string& name, const std::string& text) const { std::ofstream(directory_ + name, std::ios::binary) << text; }
+    void write(const std::string& name, const std::string& text) const
+    {
+        std::ofstream(directory_ + name, std::ios::binary) << text;
+    }
     std::string uri(const std::string& name) const { return orane::lsp::uriFromPath(directory_ + name); }
 
     Json request(const std::string& method, const Json& params)
@@ -71,24 +75,34 @@ protected:
         ADD_FAILURE() << "no answer to " << method << (sent_.empty() ? std::string() : sent_.back().dump());
         return Json();
     }
-    Json result(const std::string& method, const Json& params) { return request(method, params).value("result", Json()); }
+    Json result(const std::string& method, const Json& params)
+    {
+        return request(method, params).value("result", Json());
+    }
     void notify(const std::string& method, const Json& params)
     {
         server_->handle(Json{{"jsonrpc", "2.0"}, {"method", method}, {"params", params}});
     }
     void initialize(const Json& capabilities = Json::object())
     {
-        ASSERT_TRUE(request("initialize", {{"rootUri", orane::lsp::uriFromPath(directory_)}, {"capabilities", capabilities}}).contains("result"));
+        ASSERT_TRUE(
+            request("initialize", {{"rootUri", orane::lsp::uriFromPath(directory_)}, {"capabilities", capabilities}})
+                .contains("result"));
         notify("initialized", Json::object());
     }
     void open(const std::string& name, const std::string& text)
     {
-        notify("textDocument/didOpen", {{"textDocument", {{"uri", uri(name)}, {"languageId", "orane-story"}, {"version", 1}, {"text", text}}}});
+        notify("textDocument/didOpen",
+               {{"textDocument", {{"uri", uri(name)}, {"languageId", "orane-story"}, {"version", 1}, {"text", text}}}});
     }
     void edit(const std::string& name, int line, int from, int to, const std::string& text)
     {
-        notify("textDocument/didChange", {{"textDocument", {{"uri", uri(name)}, {"version", 2}}},
-                                          {"contentChanges", Json::array({{{"range", {{"start", {{"line", line}, {"character", from}}}, {"end", {{"line", line}, {"character", to}}}}}, {"text", text}}})}});
+        notify("textDocument/didChange",
+               {{"textDocument", {{"uri", uri(name)}, {"version", 2}}},
+                {"contentChanges", Json::array({{{"range",
+                                                  {{"start", {{"line", line}, {"character", from}}},
+                                                   {"end", {{"line", line}, {"character", to}}}}},
+                                                 {"text", text}}})}});
     }
     /// Publishes and answers the diagnostics of `name` (null when none were published).
     Json diagnosticsOf(const std::string& name)
@@ -96,7 +110,8 @@ protected:
         sent_.clear();
         server_->publishDiagnostics();
         for (const Json& message : sent_) {
-            if (message.value("method", "") == "textDocument/publishDiagnostics" && message["params"]["uri"] == uri(name))
+            if (message.value("method", "") == "textDocument/publishDiagnostics"
+                && message["params"]["uri"] == uri(name))
                 return message["params"]["diagnostics"];
         }
         return nullptr;
@@ -118,7 +133,8 @@ TEST_F(LanguageServerTest, LifecycleAndProtocolErrors)
     initialize({{"general", {{"positionEncodings", {"utf-8", "utf-16"}}}}});
     EXPECT_EQ(request("initialize", Json::object())["error"]["code"], -32600);
     EXPECT_EQ(request("textDocument/formatting", Json::object())["error"]["code"], -32601);
-    EXPECT_EQ(request("textDocument/definition", {{"textDocument", {{"uri", uri("story.txt")}}}})["error"]["code"], -32602);
+    EXPECT_EQ(request("textDocument/definition", {{"textDocument", {{"uri", uri("story.txt")}}}})["error"]["code"],
+              -32602);
     EXPECT_EQ(request("textDocument/definition", at("untitled:1", 0, 0))["error"]["code"], -32602);
     sent_.clear();
     server_->handle(Json::array({1, 2}));
@@ -205,7 +221,8 @@ TEST_F(LanguageServerTest, DefinitionAndReferences)
 
 TEST_F(LanguageServerTest, RenameASceneAndASuspect)
 {
-    initialize({{"workspace", {{"workspaceEdit", {{"documentChanges", true}, {"resourceOperations", {"create", "rename"}}}}}}});
+    initialize({{"workspace",
+                 {{"workspaceEdit", {{"documentChanges", true}, {"resourceOperations", {"create", "rename"}}}}}}});
     open("story.txt", STORY);
     Json params = at(uri("story.txt"), 6, 4);
     params["newName"] = "grande_salle";
@@ -243,7 +260,8 @@ TEST_F(LanguageServerTest, CompletionOffersWhatFitsWhereTheCursorIs)
         return found;
     };
     const std::vector<std::string> scenes = labels(6, 3);
-    EXPECT_EQ(scenes, (std::vector<std::string>{"Dupont_arrest", "Dupont_begin", "begin", "salle", "end", "game_over", "hub", "arrest"}));
+    EXPECT_EQ(scenes, (std::vector<std::string>{"Dupont_arrest", "Dupont_begin", "begin", "salle", "end", "game_over",
+                                                "hub", "arrest"}));
     EXPECT_EQ(labels(14, 8), scenes);
     EXPECT_EQ(labels(11, 9), std::vector<std::string>{"carte"});
     EXPECT_EQ(labels(12, 1), (std::vector<std::string>{"NATHAN"}));

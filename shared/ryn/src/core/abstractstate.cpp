@@ -1,12 +1,11 @@
-#include "ryn/core/abstractstate.hpp"
+#include <ryn/core/abstractstate.hpp>
 
 namespace ryn
 {
 
 AbstractState::AbstractState(StateManager* owner)
     : owner_(owner)
-{
-}
+{}
 
 void AbstractState::resetTime()
 {

@@ -1,15 +1,14 @@
-#include "ryn/core/application.hpp"
-
-#include "ryn/core/abstractstate.hpp"
-#include "ryn/core/assert.hpp"
-#include "ryn/core/components.hpp"
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/inputprocessor.hpp"
-#include "ryn/core/pathmanager.hpp"
-#include "ryn/core/resourcemanager.hpp"
-#include "ryn/core/statemanager.hpp"
-#include "ryn/core/systemclock.hpp"
+#include <ryn/core/abstractstate.hpp>
+#include <ryn/core/application.hpp>
+#include <ryn/core/assert.hpp>
+#include <ryn/core/components.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/inputprocessor.hpp>
+#include <ryn/core/pathmanager.hpp>
+#include <ryn/core/resourcemanager.hpp>
+#include <ryn/core/statemanager.hpp>
+#include <ryn/core/systemclock.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -19,8 +18,7 @@ namespace ryn
 
 Application::Application()
     : clock_(std::make_unique<SystemClock>())
-{
-}
+{}
 
 Application::~Application()
 {
@@ -33,14 +31,15 @@ bool Application::init()
         return false;
 
     const Components& comp = components();
-    if (!RYN_CHECK(comp.application() && comp.focusManager() && comp.graphics() && comp.guiFactory() && comp.inputManager() && comp.inputProcessor() && comp.pathManager() && comp.resourceManager() && comp.stateManager()))
+    if (!RYN_CHECK(comp.application() && comp.focusManager() && comp.graphics() && comp.guiFactory()
+                   && comp.inputManager() && comp.inputProcessor() && comp.pathManager() && comp.resourceManager()
+                   && comp.stateManager()))
         return false;
 
     // Data files can make these fail (a story that does not load fails the state's init), so
     // they report and end the start-up in order instead of stopping in the debugger.
-    if (!comp.pathManager()->init() || !comp.resourceManager()->load()
-        || !comp.graphics()->create("") || !comp.inputManager()->init()
-        || !comp.inputProcessor()->init() || !comp.stateManager()->init()) {
+    if (!comp.pathManager()->init() || !comp.resourceManager()->load() || !comp.graphics()->create("")
+        || !comp.inputManager()->init() || !comp.inputProcessor()->init() || !comp.stateManager()->init()) {
         RYN_CHECK(false);
         return false;
     }
@@ -162,14 +161,12 @@ void Application::setFrameRate(float frameRate)
     frameRate_ = frameRate;
 }
 
-bool Application::setComponents(Application* application, FocusManager* focusManager,
-                                Graphics* graphics, GuiFactory* guiFactory,
-                                InputManager* inputManager, InputProcessor* inputProcessor,
-                                PathManager* pathManager, ResourceManager* resourceManager,
-                                StateManager* stateManager)
+bool Application::setComponents(Application* application, FocusManager* focusManager, Graphics* graphics,
+                                GuiFactory* guiFactory, InputManager* inputManager, InputProcessor* inputProcessor,
+                                PathManager* pathManager, ResourceManager* resourceManager, StateManager* stateManager)
 {
-    components().set(application, focusManager, graphics, guiFactory, inputManager,
-                     inputProcessor, pathManager, resourceManager, stateManager);
+    components().set(application, focusManager, graphics, guiFactory, inputManager, inputProcessor, pathManager,
+                     resourceManager, stateManager);
     return true;
 }
 

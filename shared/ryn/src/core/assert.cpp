@@ -1,6 +1,5 @@
-#include "ryn/core/assert.hpp"
-
-#include "ryn/core/console.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/console.hpp>
 
 #include <cstdarg>
 #include <cstdio>

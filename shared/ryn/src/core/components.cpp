@@ -1,20 +1,18 @@
-#include "ryn/core/components.hpp"
-
-#include "ryn/core/focusmanager.hpp"
-#include "ryn/core/graphics.hpp"
-#include "ryn/core/guifactory.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/inputprocessor.hpp"
-#include "ryn/core/pathmanager.hpp"
-#include "ryn/core/resourcemanager.hpp"
-#include "ryn/core/statemanager.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/guifactory.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/inputprocessor.hpp>
+#include <ryn/core/pathmanager.hpp>
+#include <ryn/core/resourcemanager.hpp>
+#include <ryn/core/statemanager.hpp>
 
 namespace ryn
 {
 
-void Components::set(Application* application, FocusManager* focusManager, Graphics* graphics,
-                     GuiFactory* guiFactory, InputManager* inputManager,
-                     InputProcessor* inputProcessor, PathManager* pathManager,
+void Components::set(Application* application, FocusManager* focusManager, Graphics* graphics, GuiFactory* guiFactory,
+                     InputManager* inputManager, InputProcessor* inputProcessor, PathManager* pathManager,
                      ResourceManager* resourceManager, StateManager* stateManager)
 {
     clear();

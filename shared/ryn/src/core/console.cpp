@@ -1,4 +1,4 @@
-#include "ryn/core/console.hpp"
+#include <ryn/core/console.hpp>
 
 #include <cstdio>
 #include <vector>
@@ -60,16 +60,46 @@ std::string toUtf8(const std::wstring& text)
     return out;
 }
 
-void write(const std::string& utf8Text) { emit(utf8Text, false); }
-void write(const char* utf8Text) { emit(utf8Text, false); }
-void write(const std::wstring& text) { emit(toUtf8(text), false); }
-void write(const wchar_t* text) { emit(toUtf8(text), false); }
-void write(const sf::String& text) { emit(toUtf8(text.toWideString()), false); }
-void writeLine(const std::string& utf8Text) { emit(utf8Text, true); }
-void writeLine(const char* utf8Text) { emit(utf8Text, true); }
-void writeLine(const std::wstring& text) { emit(toUtf8(text), true); }
-void writeLine(const wchar_t* text) { emit(toUtf8(text), true); }
-void writeLine(const sf::String& text) { emit(toUtf8(text.toWideString()), true); }
+void write(const std::string& utf8Text)
+{
+    emit(utf8Text, false);
+}
+void write(const char* utf8Text)
+{
+    emit(utf8Text, false);
+}
+void write(const std::wstring& text)
+{
+    emit(toUtf8(text), false);
+}
+void write(const wchar_t* text)
+{
+    emit(toUtf8(text), false);
+}
+void write(const sf::String& text)
+{
+    emit(toUtf8(text.toWideString()), false);
+}
+void writeLine(const std::string& utf8Text)
+{
+    emit(utf8Text, true);
+}
+void writeLine(const char* utf8Text)
+{
+    emit(utf8Text, true);
+}
+void writeLine(const std::wstring& text)
+{
+    emit(toUtf8(text), true);
+}
+void writeLine(const wchar_t* text)
+{
+    emit(toUtf8(text), true);
+}
+void writeLine(const sf::String& text)
+{
+    emit(toUtf8(text.toWideString()), true);
+}
 
 Capture::Capture()
     : previous_(currentSink())

@@ -1,4 +1,4 @@
-#include "ryn/core/desktop.hpp"
+#include <ryn/core/desktop.hpp>
 
 #include <SFML/Window/VideoMode.hpp>
 #include <SFML/Window/Window.hpp>
@@ -17,7 +17,9 @@ namespace
 class DisplayConnection
 {
 public:
-    DisplayConnection() : display_(XOpenDisplay(nullptr)) {}
+    DisplayConnection()
+        : display_(XOpenDisplay(nullptr))
+    {}
     ~DisplayConnection()
     {
         if (display_ != nullptr)
@@ -51,8 +53,8 @@ std::vector<long> propertyValues(::Display* display, ::Window window, const char
     unsigned long count = 0;
     unsigned long remaining = 0;
     unsigned char* data = nullptr;
-    const int status = XGetWindowProperty(display, window, property, 0, 64, False, AnyPropertyType, &type,
-                                          &format, &count, &remaining, &data);
+    const int status = XGetWindowProperty(display, window, property, 0, 64, False, AnyPropertyType, &type, &format,
+                                          &count, &remaining, &data);
     XSync(display, False);
     XSetErrorHandler(previousHandler);
     std::vector<long> values;
@@ -72,8 +74,7 @@ bool windowManagerRuns(::Display* display, ::Window root)
     const std::vector<long> check = propertyValues(display, root, "_NET_SUPPORTING_WM_CHECK");
     if (check.size() != 1)
         return false;
-    const std::vector<long> own =
-        propertyValues(display, static_cast<::Window>(check[0]), "_NET_SUPPORTING_WM_CHECK");
+    const std::vector<long> own = propertyValues(display, static_cast<::Window>(check[0]), "_NET_SUPPORTING_WM_CHECK");
     return own.size() == 1 && own[0] == check[0];
 }
 

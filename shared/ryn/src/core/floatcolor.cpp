@@ -1,4 +1,4 @@
-#include "ryn/core/floatcolor.hpp"
+#include <ryn/core/floatcolor.hpp>
 
 #include <algorithm>
 #include <cmath>

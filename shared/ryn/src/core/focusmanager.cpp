@@ -1,7 +1,6 @@
-#include "ryn/core/focusmanager.hpp"
-
-#include "ryn/core/assert.hpp"
-#include "ryn/gui/scenenode.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/gui/scenenode.hpp>
 
 namespace ryn
 {

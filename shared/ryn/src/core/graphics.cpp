@@ -1,8 +1,7 @@
-#include "ryn/core/graphics.hpp"
-
-#include "ryn/core/desktop.hpp"
-#include "ryn/core/letterbox.hpp"
-#include "ryn/core/windowlistener.hpp"
+#include <ryn/core/desktop.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/letterbox.hpp>
+#include <ryn/core/windowlistener.hpp>
 
 #include <SFML/Graphics/Sprite.hpp>
 
@@ -160,8 +159,8 @@ void Graphics::applyScaledView()
     sf::View view(sf::FloatRect(0.f, 0.f, static_cast<float>(drawingSize_.x), static_cast<float>(drawingSize_.y)));
     const sf::FloatRect area = pictureArea();
     const sf::Vector2f window(window_->getSize());
-    view.setViewport(sf::FloatRect(area.left / window.x, area.top / window.y, area.width / window.x,
-                                   area.height / window.y));
+    view.setViewport(
+        sf::FloatRect(area.left / window.x, area.top / window.y, area.width / window.x, area.height / window.y));
     window_->setView(view);
 }
 

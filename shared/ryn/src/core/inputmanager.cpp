@@ -1,8 +1,7 @@
-#include "ryn/core/inputmanager.hpp"
-
-#include "ryn/core/assert.hpp"
-#include "ryn/core/components.hpp"
-#include "ryn/core/graphics.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/components.hpp>
+#include <ryn/core/graphics.hpp>
+#include <ryn/core/inputmanager.hpp>
 
 #include <SFML/Window/Mouse.hpp>
 

@@ -1,8 +1,7 @@
-#include "ryn/core/inputprocessor.hpp"
-
-#include "ryn/core/components.hpp"
-#include "ryn/core/inputmanager.hpp"
-#include "ryn/core/texttarget.hpp"
+#include <ryn/core/components.hpp>
+#include <ryn/core/inputmanager.hpp>
+#include <ryn/core/inputprocessor.hpp>
+#include <ryn/core/texttarget.hpp>
 
 namespace ryn
 {

@@ -1,4 +1,4 @@
-#include "ryn/core/letterbox.hpp"
+#include <ryn/core/letterbox.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -21,8 +21,8 @@ Letterbox::Letterbox(sf::Vector2u picture, sf::Vector2u window)
 {
     const float width = static_cast<float>(picture.x) * scale_;
     const float height = static_cast<float>(picture.y) * scale_;
-    area_ = sf::FloatRect((static_cast<float>(window.x) - width) / 2.f,
-                          (static_cast<float>(window.y) - height) / 2.f, width, height);
+    area_ = sf::FloatRect((static_cast<float>(window.x) - width) / 2.f, (static_cast<float>(window.y) - height) / 2.f,
+                          width, height);
 }
 
 sf::Vector2f Letterbox::toPicture(sf::Vector2i pixel) const

@@ -1,4 +1,4 @@
-#include "ryn/core/pathmanager.hpp"
+#include <ryn/core/pathmanager.hpp>
 
 namespace ryn
 {

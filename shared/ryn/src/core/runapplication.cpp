@@ -1,7 +1,6 @@
-#include "ryn/core/runapplication.hpp"
-
-#include "ryn/core/application.hpp"
-#include "ryn/core/console.hpp"
+#include <ryn/core/application.hpp>
+#include <ryn/core/console.hpp>
+#include <ryn/core/runapplication.hpp>
 
 #include <cstdlib>
 #include <exception>

@@ -1,4 +1,4 @@
-#include "ryn/core/systemclock.hpp"
+#include <ryn/core/systemclock.hpp>
 
 #include <SFML/System/Sleep.hpp>
 

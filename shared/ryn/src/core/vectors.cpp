@@ -1,4 +1,4 @@
-#include "ryn/core/vectors.hpp"
+#include <ryn/core/vectors.hpp>
 
 #include <cmath>
 
@@ -8,7 +8,10 @@ namespace
 {
 constexpr float PI = 3.1415927f;
 
-float toRadians(float degrees) { return degrees * PI / 180.f; }
+float toRadians(float degrees)
+{
+    return degrees * PI / 180.f;
+}
 } // namespace
 
 float lengthOf(sf::Vector2f v)

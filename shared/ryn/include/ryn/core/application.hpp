@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/loopclock.hpp"
+#include <ryn/core/loopclock.hpp>
 
 #include <memory>
 
@@ -47,11 +47,9 @@ public:
     /// through `setComponents`; false stops the start-up without a report.
     [[nodiscard]] virtual bool createComponents() = 0;
     /// Stores the nine pointers in the component set, which owns all but the application.
-    virtual bool setComponents(Application* application, FocusManager* focusManager,
-                               Graphics* graphics, GuiFactory* guiFactory,
-                               InputManager* inputManager, InputProcessor* inputProcessor,
-                               PathManager* pathManager, ResourceManager* resourceManager,
-                               StateManager* stateManager);
+    virtual bool setComponents(Application* application, FocusManager* focusManager, Graphics* graphics,
+                               GuiFactory* guiFactory, InputManager* inputManager, InputProcessor* inputProcessor,
+                               PathManager* pathManager, ResourceManager* resourceManager, StateManager* stateManager);
 
     /// Replaces the real-time clock of the main loop (tests drive their own).
     void setClock(std::unique_ptr<LoopClock> clock);

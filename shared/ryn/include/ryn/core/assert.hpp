@@ -34,14 +34,13 @@ AssertHandler assertHandler();
 
 /// Contract check: reports the condition's text when it is false and stops at a debugger
 /// break unless the handler lets the program go on.
-#define RYN_ASSERT(condition)                                                    \
-    do {                                                                         \
-        if (!(condition)                                                         \
-            && ::ryn::reportAssert(#condition, __FILE__, __LINE__, nullptr) == 0) \
-            RYN_DEBUG_BREAK();                                                   \
+#define RYN_ASSERT(condition)                                                                                          \
+    do {                                                                                                               \
+        if (!(condition) && ::ryn::reportAssert(#condition, __FILE__, __LINE__, nullptr) == 0)                         \
+            RYN_DEBUG_BREAK();                                                                                         \
     } while (false)
 
 /// For checks that bad data or ordinary input can reach: reports like RYN_ASSERT but never
 /// stops, so the caller can end in order. Evaluates to the condition's value.
-#define RYN_CHECK(condition) \
+#define RYN_CHECK(condition)                                                                                           \
     ((condition) ? true : (::ryn::reportAssert(#condition, __FILE__, __LINE__, nullptr), false))

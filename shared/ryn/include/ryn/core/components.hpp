@@ -36,9 +36,9 @@ public:
 
     /// Stores all nine pointers; the set takes ownership of the eight components (null ones
     /// included). Whatever the set held before is destroyed first, as by clear.
-    void set(Application* application, FocusManager* focusManager, Graphics* graphics,
-             GuiFactory* guiFactory, InputManager* inputManager, InputProcessor* inputProcessor,
-             PathManager* pathManager, ResourceManager* resourceManager, StateManager* stateManager);
+    void set(Application* application, FocusManager* focusManager, Graphics* graphics, GuiFactory* guiFactory,
+             InputManager* inputManager, InputProcessor* inputProcessor, PathManager* pathManager,
+             ResourceManager* resourceManager, StateManager* stateManager);
 
     /// Forgets the application, then destroys the components in the order of the accessors.
     void clear();

@@ -15,7 +15,11 @@ struct FloatColor
 
     constexpr FloatColor() = default;
     constexpr FloatColor(float red, float green, float blue, float alpha = 1.f)
-        : r(red), g(green), b(blue), a(alpha) {}
+        : r(red)
+        , g(green)
+        , b(blue)
+        , a(alpha)
+    {}
 
     /// Each channel times 255, rounded to the nearest integer, halves away from zero.
     sf::Color toColor() const;

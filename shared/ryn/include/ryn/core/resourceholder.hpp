@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/assert.hpp"
+#include <ryn/core/assert.hpp>
 
 #include <map>
 #include <memory>

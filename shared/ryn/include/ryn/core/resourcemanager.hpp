@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/core/resourceholder.hpp"
+#include <ryn/core/resourceholder.hpp>
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/Texture.hpp>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ryn/gui/scenenode.hpp"
+#include <ryn/gui/scenenode.hpp>
 
 namespace ryn
 {

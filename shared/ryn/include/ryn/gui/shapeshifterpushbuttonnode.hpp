@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ryn/gui/pushbuttonnode.hpp"
-#include "ryn/gui/shapeshifter.hpp"
+#include <ryn/gui/pushbuttonnode.hpp>
+#include <ryn/gui/shapeshifter.hpp>
 
 namespace ryn
 {

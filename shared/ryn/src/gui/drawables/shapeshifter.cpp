@@ -1,6 +1,5 @@
-#include "ryn/gui/shapeshifter.hpp"
-
-#include "ryn/core/assert.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/gui/shapeshifter.hpp>
 
 #include <SFML/Graphics/CircleShape.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>
@@ -191,9 +190,7 @@ void ShapeShifter::setSize(sf::Vector2f size)
         RYN_ASSERT(size.x >= 0.f);
         static_cast<sf::CircleShape&>(*shape_).setRadius(size.x);
         break;
-    default:
-        RYN_ASSERT(false);
-        break;
+    default: RYN_ASSERT(false); break;
     }
 }
 

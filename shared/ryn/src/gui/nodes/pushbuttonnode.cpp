@@ -1,12 +1,11 @@
-#include "ryn/gui/pushbuttonnode.hpp"
+#include <ryn/gui/pushbuttonnode.hpp>
 
 namespace ryn
 {
 
 PushButtonNode::PushButtonNode(SceneNode* parent)
     : SceneNode(parent)
-{
-}
+{}
 
 void PushButtonNode::setCallback(std::function<void()> callback)
 {

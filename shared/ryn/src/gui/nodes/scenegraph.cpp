@@ -1,4 +1,4 @@
-#include "ryn/gui/scenegraph.hpp"
+#include <ryn/gui/scenegraph.hpp>
 
 #include <SFML/Graphics/RenderTarget.hpp>
 

@@ -1,8 +1,7 @@
-#include "ryn/gui/scenenode.hpp"
-
-#include "ryn/core/assert.hpp"
-#include "ryn/core/components.hpp"
-#include "ryn/core/focusmanager.hpp"
+#include <ryn/core/assert.hpp>
+#include <ryn/core/components.hpp>
+#include <ryn/core/focusmanager.hpp>
+#include <ryn/gui/scenenode.hpp>
 
 #include <SFML/Graphics/RenderTarget.hpp>
 
@@ -13,8 +12,7 @@ namespace ryn
 
 SceneNode::SceneNode(SceneNode* parent)
     : parent_(parent)
-{
-}
+{}
 
 SceneNode::~SceneNode()
 {
@@ -85,8 +83,7 @@ void SceneNode::drawChildren(sf::RenderTarget& target, sf::RenderStates states) 
 }
 
 void SceneNode::drawCurrent(sf::RenderTarget&, sf::RenderStates) const
-{
-}
+{}
 
 void SceneNode::unfocus()
 {
@@ -150,8 +147,7 @@ void SceneNode::updateChildren(float dt)
 }
 
 void SceneNode::updateCurrent(float)
-{
-}
+{}
 
 sf::Vector2f SceneNode::worldPosition() const
 {
@@ -166,17 +162,28 @@ sf::Transform SceneNode::worldTransform() const
     return transform;
 }
 
-void SceneNode::onDisable() {}
-void SceneNode::onEnable() {}
-void SceneNode::onFocusGained() {}
-void SceneNode::onFocusLost() {}
-void SceneNode::onHide() {}
-void SceneNode::onHoverEnter() {}
-void SceneNode::onHoverLeave() {}
-void SceneNode::spareEvent() {}
-void SceneNode::onTouchDown(sf::Vector2f) {}
-void SceneNode::onTouchCancel() {}
-void SceneNode::onTouchUp(sf::Vector2f) {}
+void SceneNode::onDisable()
+{}
+void SceneNode::onEnable()
+{}
+void SceneNode::onFocusGained()
+{}
+void SceneNode::onFocusLost()
+{}
+void SceneNode::onHide()
+{}
+void SceneNode::onHoverEnter()
+{}
+void SceneNode::onHoverLeave()
+{}
+void SceneNode::spareEvent()
+{}
+void SceneNode::onTouchDown(sf::Vector2f)
+{}
+void SceneNode::onTouchCancel()
+{}
+void SceneNode::onTouchUp(sf::Vector2f)
+{}
 
 void SceneNode::draw(sf::RenderTarget& target, sf::RenderStates states) const
 {

@@ -1,14 +1,13 @@
-#include "ryn/gui/shapeshifterpushbuttonnode.hpp"
-
-#include "ryn/core/vectors.hpp"
+#include <ryn/core/vectors.hpp>
+#include <ryn/gui/shapeshifterpushbuttonnode.hpp>
 
 namespace ryn
 {
 
 ShapeShifterPushButtonNode::ShapeShifterPushButtonNode(SceneNode* parent, int flags, int shapeType)
-    : PushButtonNode(parent), ShapeShifter(flags, shapeType)
-{
-}
+    : PushButtonNode(parent)
+    , ShapeShifter(flags, shapeType)
+{}
 
 sf::FloatRect ShapeShifterPushButtonNode::bounds() const
 {
