@@ -105,7 +105,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool loads = manager.loadStoryFrom(directory);
 
     orane::AuthorStory story;
-    story.scenes = loads ? &manager.scenes() : nullptr;
+    story.story = loads ? &manager.story() : nullptr;
     for (const auto& suspect : manager.suspectsVisited())
         story.suspects.push_back(suspect.first);
     story.sources = orane::readSourceTexts(directory, story.suspects);
@@ -117,7 +117,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     options.nathanFont = "/usr/share/fonts/opentype/kaushanscript/KaushanScript-Regular.otf";
     std::vector<orane::StoryFinding> findings = orane::runAuthorChecks(story, options);
     if (loads) {
-        orane::FactFlow flow(manager.scenes(), story.suspects, story.sources);
+        orane::FactFlow flow(manager.story(), story.sources);
         flow.solve(STATE_LIMIT);
         const std::vector<orane::StoryFinding> proved = flow.findings();
         findings.insert(findings.end(), proved.begin(), proved.end());

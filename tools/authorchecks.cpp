@@ -24,8 +24,8 @@ std::vector<StoryFinding> runAuthorChecks(const AuthorStory& story, const Author
     std::vector<StoryFinding> findings;
     for (const SourceText& source : story.sources)
         findings.insert(findings.end(), source.annotationFindings().begin(), source.annotationFindings().end());
-    if (options.continuity && story.scenes != nullptr) {
-        FactFlow flow(*story.scenes, story.suspects, story.sources);
+    if (options.continuity && story.story != nullptr) {
+        FactFlow flow(*story.story, story.sources);
         if (flow.hasAnnotations()) {
             flow.solve();
             const std::vector<StoryFinding> proved = flow.findings();

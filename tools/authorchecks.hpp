@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scenemanager/scenemap.hpp"
+#include "scenemanager/story.hpp"
 #include "sourcetext.hpp"
 #include "storyfinding.hpp"
 
@@ -17,8 +17,9 @@ namespace orane
 /// (from disk, or an editor's unsaved buffers).
 struct AuthorStory
 {
-    /// The game's scenes; null when the story did not load (then nothing is proved over play).
-    const SceneMap* scenes = nullptr;
+    /// The story as the game loaded it; null when it did not load (then nothing is proved over
+    /// play).
+    const Story* story = nullptr;
     /// The suspects in the game's order.
     std::vector<sf::String> suspects;
     /// story.txt then each suspect's file, in the order the game reads them.

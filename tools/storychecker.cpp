@@ -319,7 +319,7 @@ void StoryChecker::checkForAuthors()
         return;
     const Story& loaded = story_.story();
     AuthorStory story;
-    story.scenes = story_.loads() ? &loaded.scenes() : nullptr;
+    story.story = story_.loads() ? &loaded : nullptr;
     story.suspects = loaded.suspects();
     story.sources = readSourceTexts(story_.directory(), story.suspects);
     story.directory = story_.directory();

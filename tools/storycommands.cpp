@@ -147,7 +147,7 @@ std::size_t proveFacts(const StoryWalker& walker)
 {
     const std::vector<sf::String>& suspects = walker.story().suspects();
     const std::vector<SourceText> sources = readSourceTexts(walker.directory(), suspects);
-    FactFlow flow(walker.story().scenes(), suspects, sources);
+    FactFlow flow(walker.story(), sources);
     if (!flow.hasAnnotations())
         return 0;
     flow.solve();

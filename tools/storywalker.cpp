@@ -1,5 +1,6 @@
 #include "storywalker.hpp"
 
+#include "choicelabel.hpp"
 #include "scene/diagnosticprinter.hpp"
 #include "scene/tokens.hpp"
 #include "scenemanager/diskstorysource.hpp"
@@ -314,18 +315,7 @@ std::string StoryWalker::describe(const PlayPosition& position) const
 
 sf::String StoryWalker::labelOf(const PlayPosition& position, std::size_t choice) const
 {
-    const bool atHub = position.scene == story_.hubScene();
-    if (!atHub && position.scene != story_.arrestScene())
-        return story_.sceneAt(position.scene)->choices[choice].briefDescription;
-    std::map<sf::String, bool> investigated;
-    for (std::size_t suspect = 0; suspect < story_.suspects().size(); ++suspect)
-        investigated.emplace(story_.suspects()[suspect], position.investigated.contains(suspect));
-    Scene composed;
-    if (atHub)
-        composeHub(composed, investigated, PlayRules::hubOffersArrest(position));
-    else
-        composeArrest(composed, investigated);
-    return composed.choices[choice].briefDescription;
+    return choiceLabel(story_, position, choice);
 }
 
 } // namespace orane

@@ -26,7 +26,7 @@ struct LoadedForChecks
         manager.setNewSceneCallback([](const orane::Scene&) {});
         manager.setChoiceAppliedCallback([](const orane::Choice&) {});
         loads = manager.loadStoryFrom(directory);
-        story.scenes = &manager.scenes();
+        story.story = &manager.story();
         for (const auto& suspect : manager.suspectsVisited())
             story.suspects.push_back(suspect.first);
         story.sources = orane::readSourceTexts(directory, story.suspects);

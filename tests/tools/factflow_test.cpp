@@ -260,7 +260,7 @@ TEST(FactFlow, AgreesWithEveryPathPlayedOutOnSmallRandomStories)
             continue;
         ++compared;
         const Annotated facts = annotationsOf(story.sources);
-        orane::FactFlow flow(story.game.scenes(), story.suspects, story.sources);
+        orane::FactFlow flow(story.game.story(), story.sources);
         ASSERT_TRUE(flow.solve());
         const BruteForce truth = playEveryWay(story.game, story.startShows, facts);
 
