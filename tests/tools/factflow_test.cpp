@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 #include <map>
 #include <random>
@@ -305,6 +306,60 @@ TEST(FactFlow, AgreesWithEveryPathPlayedOutOnSmallRandomStories)
     // The generator must give the comparison something to bite on.
     EXPECT_GT(compared, 100);
     EXPECT_GT(withMisses, 20);
+}
+
+/// Three suspects, each teaching one fact; accusing A presumes B's, accusing C presumes A's.
+void writeThreeSuspects(const StoryTree& tree)
+{
+    tree.write("suspects.ini", "A\nB\nC\n");
+    tree.write("story.txt", "SCENE begin\nORANE\nTrois noms.\n* Accepter\nOui.\n-> hub\n");
+    for (const std::string suspect : {"A", "B", "C"}) {
+        std::string fact = suspect;
+        fact[0] = static_cast<char>(fact[0] - 'A' + 'a');
+        const std::string needs = suspect == "A" ? "b" : suspect == "C" ? "a" : "c";
+        tree.write(suspect + ".txt", "SCENE " + suspect + "_begin\n# sets: " + fact
+                                         + "\nORANE\nTexte.\n* Revenir\nBien.\n-> hub\n\n" + "SCENE " + suspect
+                                         + "_arrest\n# needs: " + needs
+                                         + "\nORANE\nArrestation.\n* Avouer\nOui.\n-> end\n");
+    }
+}
+
+std::set<Miss> continuityErrors(const std::vector<orane::StoryFinding>& findings)
+{
+    std::set<Miss> misses;
+    for (const auto& finding : findings)
+        if (finding.kind == "continuity" && finding.severity == orane::StoryFinding::SEVERITY::ERROR)
+            misses.emplace(utf8(finding.scene), -1, utf8(finding.fact));
+    return misses;
+}
+
+TEST(FactFlow, CutShortKeepsTheNeedsItFoundMissedAndSaysHowManyItCouldNotProve)
+{
+    StoryTree tree;
+    writeThreeSuspects(tree);
+    const Loaded story(tree);
+    ASSERT_TRUE(story.loads);
+    orane::FactFlow flow(story.game.story(), story.sources);
+
+    ASSERT_TRUE(flow.solve());
+    EXPECT_EQ(continuityErrors(flow.findings()),
+              (std::set<Miss>{{"A_arrest", -1, "b"}, {"B_arrest", -1, "c"}, {"C_arrest", -1, "a"}}));
+    EXPECT_EQ(flow.factsAtEndings().count(u8("end")), 1u);
+
+    // Eight stops reach the arrest scene after A alone, and no further.
+    ASSERT_FALSE(flow.solve(8));
+    const std::vector<orane::StoryFinding> cut = flow.findings();
+    EXPECT_EQ(continuityErrors(cut), (std::set<Miss>{{"A_arrest", -1, "b"}}));
+    const auto warning = std::find_if(cut.begin(), cut.end(), [](const orane::StoryFinding& finding) {
+        return finding.severity == orane::StoryFinding::SEVERITY::WARNING;
+    });
+    ASSERT_NE(warning, cut.end());
+    EXPECT_NE(warning->message.find("proved only in part"), std::string::npos) << warning->message;
+    EXPECT_NE(warning->message.find("the 1 needs reported missed are missed on real paths, but the other 2"),
+              std::string::npos)
+        << warning->message;
+    // What an ending knows cannot be told from some of the ways there.
+    EXPECT_TRUE(flow.factsAtEndings().empty());
 }
 
 } // namespace
