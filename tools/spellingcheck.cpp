@@ -12,6 +12,7 @@
 #include <functional>
 #include <hunspell/hunspell.hxx>
 #include <iterator>
+#include <map>
 #include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>

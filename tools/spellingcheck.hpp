@@ -5,10 +5,10 @@
 
 #include <SFML/System/String.hpp>
 
-#include <map>
 #include <memory>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 class Hunspell;
@@ -73,7 +73,8 @@ private:
     std::shared_ptr<Hunspell> hunspell_;
     bool tried_ = false;
     std::string error_;
-    std::map<std::string, Verdict> verdicts_;
+    /// Looked up for every word of every text: hashed.
+    std::unordered_map<std::string, Verdict> verdicts_;
     bool cacheChanged_ = false;
     std::size_t slowSuggestions_ = 0;
 };
