@@ -44,6 +44,18 @@ def check(condition, message):
 # Displays
 
 
+def machine_slowness():
+    """How many times longer than on an idle machine the game may take to see an input: the game
+    samples the mouse at 20 steps a second, and a machine busy beyond its cores draws late."""
+    busy = os.getloadavg()[0] / (os.cpu_count() or 1)
+    return min(4.0, max(1.0, busy))
+
+
+def settle(seconds):
+    """Waits `seconds`, longer on a busy machine, for the game to see the last input."""
+    time.sleep(seconds * machine_slowness())
+
+
 def run_under_own_display(arguments, marker, screen=SCREEN_SIZE):
     """Runs `arguments` (a command line) under a private Xvfb display and answers its status.
     The command must create the file `marker` once it runs: xvfb-run -a can lose a race for a
@@ -355,23 +367,23 @@ class Game:
         """To (x, y) in game units."""
         _, left, top = self.window
         self._xdotool("mousemove", left + int(round(x * self.scale)), top + int(round(y * self.scale)))
-        time.sleep(pause)
+        settle(pause)
 
     def press(self, pause=0.15):
         self._xdotool("mousedown", 1)
-        time.sleep(pause)
+        settle(pause)
 
     def release(self, pause=0.15):
         self._xdotool("mouseup", 1)
-        time.sleep(pause)
+        settle(pause)
 
     def click(self, x, y, button=1):
         """A click that the game's 20 steps per second see as a press and a later release."""
         self.move(x, y, pause=0.15)
         self._xdotool("mousedown", button)
-        time.sleep(0.15)
+        settle(0.15)
         self._xdotool("mouseup", button)
-        time.sleep(0.15)
+        settle(0.15)
 
     def turn_page_forward(self, release_x=560):
         """Takes the bottom-right corner, drags it across the spine and lets it go there."""

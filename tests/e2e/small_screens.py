@@ -134,10 +134,10 @@ def play(game, window_size):
     game.press()
     for x in range(corner_x - 100, 850, -100):
         game.move(x, corner_y - 60, pause=0.08)
-    time.sleep(1.0)
-    held = Scaled(game.screenshot(), game.scale)
+    moved = game.wait_for(lambda shot: shot.pixels != answered.shot.pixels, "the page corner to follow the pointer",
+                          timeout=20)
+    held = Scaled(moved, game.scale)
     held.shot.save_png(os.path.join(game.artifacts_dir, "03-page-held.png"))
-    check(held.shot.pixels != answered.shot.pixels, "the page corner did not follow the pointer")
     for x in range(850, 559, -100):
         game.move(x, corner_y - 10, pause=0.08)
     game.release()
