@@ -73,7 +73,7 @@ bool FactFlow::explore(std::size_t stateLimit)
         const PlayPosition here = stops_[stop].position;
         if (stop == 0) {
             complete = legsInto(stop, here.scene, here, NONE, stateLimit) && complete;
-        } else if (here.scene == story_.hubScene() || here.scene == story_.arrestScene()) {
+        } else if (rules_.readsSuspects(here.scene)) {
             for (std::size_t choice = 0; choice < rules_.choiceCount(here); ++choice) {
                 PlayPosition after = here;
                 rules_.leave(after, choice);
@@ -101,7 +101,7 @@ bool FactFlow::legsInto(std::uint32_t from, Story::SceneId target, const PlayPos
         else
             legs_.push_back(Leg{from, to, choice, region, exit});
     };
-    if (story_.isSpecial(target)) {
+    if (story_.isSpecial(target) || rules_.readsSuspects(target)) {
         leg(target, NONE, NONE);
         return complete;
     }

@@ -39,7 +39,7 @@ void FactRegion::follow()
     std::vector<Story::SceneId> shown;
     for (std::uint32_t node = 0; node < nodes_.size(); ++node) {
         const Story::SceneId scene = nodes_[node].scene;
-        if (story_.isSpecial(scene))
+        if (endsStretch(scene))
             continue;
         const PlayPosition here = positionAt(scene);
         const std::size_t offered = rules_.choiceCount(here);
@@ -75,10 +75,16 @@ std::uint32_t FactRegion::nodeFor(Story::SceneId scene)
     const auto [found, added] = nodeOf_.emplace(scene, static_cast<std::uint32_t>(nodes_.size()));
     if (added) {
         nodes_.push_back(Node{scene, false, {}});
-        if (story_.isSpecial(scene))
+        if (endsStretch(scene))
             exits_.push_back(found->second);
     }
     return found->second;
+}
+
+bool FactRegion::endsStretch(Story::SceneId scene) const
+{
+    // Play stops at the game's own scenes; those that read the suspects are told apart by them.
+    return story_.isSpecial(scene) || rules_.readsSuspects(scene);
 }
 
 void FactRegion::addStep(std::uint32_t from, std::uint32_t to, std::uint32_t choice)

@@ -69,6 +69,7 @@ private:
     /// Adds the scenes one move showed, in order, after `from` (NONE: the entry's own).
     void link(std::uint32_t from, std::uint32_t choice, const std::vector<Story::SceneId>& shown);
     std::uint32_t nodeFor(Story::SceneId scene);
+    [[nodiscard]] bool endsStretch(Story::SceneId scene) const;
     void addStep(std::uint32_t from, std::uint32_t to, std::uint32_t choice);
     void learn();
 

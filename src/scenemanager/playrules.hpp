@@ -31,6 +31,14 @@ public:
         return !position.hubSeen && position.scene != story_.hubScene();
     }
 
+    /// The hub and the arrest scene: the only scenes whose choices read more of the position
+    /// than its scene (the suspects investigated, the hub seen). Elsewhere play goes on the same
+    /// whatever the suspects, which the story tools' proofs rely on.
+    [[nodiscard]] bool readsSuspects(Story::SceneId scene) const
+    {
+        return scene == story_.hubScene() || scene == story_.arrestScene();
+    }
+
     [[nodiscard]] std::size_t choiceCount(const PlayPosition& position) const;
     /// Where choice `choice` (< choiceCount) leads; UNKNOWN_SCENE for a broken link.
     [[nodiscard]] Story::SceneId target(const PlayPosition& position, std::size_t choice) const;
