@@ -8,6 +8,8 @@
 
 #include <ryn/core/console.hpp>
 
+#include <optional>
+
 namespace orane
 {
 
@@ -44,12 +46,15 @@ std::vector<StoryFinding> runAuthorChecks(const AuthorStory& story, const Author
         findings.push_back(std::move(finding));
     };
     if (options.spelling) {
-        SpellingCheck spelling(options.dictionaryDirectory, story.directory + SpellingCheck::WORD_LIST,
-                               options.spellingCache);
-        if (spelling.available())
-            add(spelling.findings(story.sources));
+        std::optional<SpellingCheck> own;
+        SpellingCheck* spelling = options.spellingCheck;
+        if (spelling == nullptr)
+            spelling = &own.emplace(options.dictionaryDirectory, story.directory + SpellingCheck::WORD_LIST,
+                                    options.spellingCache);
+        if (spelling->available())
+            add(spelling->findings(story.sources));
         else
-            unavailable("spelling was not checked: " + spelling.error());
+            unavailable("spelling was not checked: " + spelling->error());
     }
     if (options.typography)
         add(TypographyCheck(story.sources).findings());

@@ -12,6 +12,7 @@
 
 namespace orane
 {
+class SpellingCheck;
 
 /// What the authors' checks look at: the story as the game loaded it and the text of its files
 /// (from disk, or an editor's unsaved buffers).
@@ -40,6 +41,9 @@ struct AuthorCheckOptions
     std::string dictionaryDirectory = "/usr/share/hunspell/";
     /// Where spelling verdicts are kept between runs; empty for none.
     std::string spellingCache;
+    /// A spelling check kept between runs by a caller that checks again and again (an editor's
+    /// server), its word list already read; null: one is made for this run. Not owned.
+    SpellingCheck* spellingCheck = nullptr;
     /// The files of Orane's and Nathan's fonts, for the glyph check.
     std::string oraneFont;
     std::string nathanFont;

@@ -9,14 +9,17 @@ namespace orane
 {
 
 LoadedStory::LoadedStory(std::string directory)
+    : LoadedStory(std::move(directory), DiskStorySource())
+{}
+
+LoadedStory::LoadedStory(std::string directory, const StorySource& source)
     : directory_(std::move(directory))
 {
     if (!directory_.empty() && directory_.back() != '/')
         directory_ += '/';
-    const DiskStorySource disk;
     StoryLoader::Options options;
     options.readPastFaultyFiles = true;
-    StoryLoader::Result loaded = StoryLoader(disk).load(directory_, options);
+    StoryLoader::Result loaded = StoryLoader(source).load(directory_, options);
     loads_ = loaded.playable;
     diagnostics_ = std::move(loaded.diagnostics);
     gameDiagnosticCount_ = loaded.gameDiagnosticCount;

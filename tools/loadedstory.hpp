@@ -2,6 +2,7 @@
 
 #include "scene/diagnostic.hpp"
 #include "scenemanager/story.hpp"
+#include "scenemanager/storysource.hpp"
 
 #include <cstddef>
 #include <string>
@@ -18,6 +19,8 @@ class LoadedStory
 public:
     /// `directory` may omit its final '/'. Prints nothing.
     explicit LoadedStory(std::string directory);
+    /// The same, with the files read from `source` (an editor's buffers over the disk).
+    LoadedStory(std::string directory, const StorySource& source);
 
     const std::string& directory() const { return directory_; }
     std::string suspectsPath() const { return directory_ + "suspects.ini"; }

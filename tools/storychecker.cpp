@@ -46,17 +46,32 @@ StoryChecker::StoryChecker(const LoadedStory& story, PageMeasure* measure, std::
 
 int StoryChecker::run()
 {
+    runChecks();
+    if (format_ == FORMAT::JSON)
+        ryn::console::writeLine(findingsToJson(records_, errors_, warnings_));
+    else
+        ryn::console::writeLine("orane-story check: " + plural(errors_, "error") + ", " + plural(warnings_, "warning"));
+    return errors_ == 0 ? 0 : 1;
+}
+
+std::vector<StoryFinding> StoryChecker::findings()
+{
+    format_ = FORMAT::JSON;
+    records_.clear();
+    errors_ = 0;
+    warnings_ = 0;
+    runChecks();
+    return std::move(records_);
+}
+
+void StoryChecker::runChecks()
+{
     reportGameChecks();
     checkSuspectNames();
     checkDuplicates();
     checkReachability();
     checkPages();
     checkForAuthors();
-    if (format_ == FORMAT::JSON)
-        ryn::console::writeLine(findingsToJson(records_, errors_, warnings_));
-    else
-        ryn::console::writeLine("orane-story check: " + plural(errors_, "error") + ", " + plural(warnings_, "warning"));
-    return errors_ == 0 ? 0 : 1;
 }
 
 // ---- What the game reports ----------------------------------------------------------------------
@@ -92,6 +107,8 @@ void StoryChecker::reportGameDiagnostic(const Diagnostic& diagnostic)
                                        : counts ? StoryFinding::SEVERITY::ERROR
                                                 : StoryFinding::SEVERITY::NOTE,
                                        "game");
+        record.scene = diagnostic.scene;
+        record.choice = diagnostic.choice;
         for (std::size_t index = 0; index < lines.size(); ++index)
             record.message += (index == 0 ? "" : "\n") + lines[index];
         records_.push_back(std::move(record));
@@ -321,7 +338,10 @@ void StoryChecker::checkForAuthors()
     AuthorStory story;
     story.story = story_.loads() ? &loaded : nullptr;
     story.suspects = loaded.suspects();
-    story.sources = readSourceTexts(story_.directory(), story.suspects);
+    if (sources_ != nullptr)
+        story.sources = *sources_;
+    else
+        story.sources = readSourceTexts(story_.directory(), story.suspects);
     story.directory = story_.directory();
     for (StoryFinding& finding : runAuthorChecks(story, *authorOptions_)) {
         if (finding.severity == StoryFinding::SEVERITY::ERROR)

@@ -10,6 +10,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace orane
 {
@@ -28,6 +29,8 @@ public:
 
     /// Prints the report on the console; answers the exit status: 0 without errors, 1 with.
     int run();
+    /// Every finding as the JSON document holds them, in its order; prints nothing.
+    [[nodiscard]] std::vector<StoryFinding> findings();
 
     enum class FORMAT
     {
@@ -39,11 +42,15 @@ public:
     /// Runs the authors' checks (annotations, continuity, prose) too, as `options` says; without
     /// this call the checker reports what it did before them.
     void setAuthorOptions(const AuthorCheckOptions& options) { authorOptions_ = options; }
+    /// The texts of the story files for the authors' checks, in the game's order, instead of
+    /// reading them from disk (an editor's buffers). Not owned: they must outlive the run.
+    void setSourceTexts(const std::vector<SourceText>* sources) { sources_ = sources; }
 
     std::size_t errorCount() const { return errors_; }
     std::size_t warningCount() const { return warnings_; }
 
 private:
+    void runChecks();
     void reportGameChecks();
     void reportGameDiagnostic(const Diagnostic& diagnostic);
     void checkSuspectNames();
@@ -67,6 +74,7 @@ private:
     PageMeasure* measure_ = nullptr;
     std::string unmeasuredReason_;
     std::optional<AuthorCheckOptions> authorOptions_;
+    const std::vector<SourceText>* sources_ = nullptr;
     FORMAT format_ = FORMAT::TEXT;
     std::vector<StoryFinding> records_;
     std::size_t errors_ = 0;

@@ -268,7 +268,8 @@ void LanguageServer::publishDiagnostics()
     refreshIndex();
     ensureMeasure();
     if (!diagnostics_)
-        diagnostics_ = std::make_unique<StoryDiagnostics>(measure_.get(), unmeasuredReason_);
+        diagnostics_ = std::make_unique<StoryDiagnostics>(measure_.get(), unmeasuredReason_,
+                                                          PageMeasure::fontFiles(fontDirectories_));
     const Locator locator(workspace_, encoding_);
     const std::map<std::string, std::vector<Diagnostic>> found = diagnostics_->run(workspace_, index_);
     // An open document always hears the verdict, even when it is clean.

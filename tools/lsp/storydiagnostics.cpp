@@ -1,54 +1,88 @@
 #include "storydiagnostics.hpp"
 
+#include "letters.hpp"
 #include "loadedstory.hpp"
 #include "pagemeasure.hpp"
+#include "spellingcheck.hpp"
 #include "storychecker.hpp"
+#include "tooltext.hpp"
 
-#include <ryn/core/console.hpp>
+#include <SFML/System/Utf.hpp>
 
 #include <algorithm>
+#include <sys/stat.h>
 
 namespace orane::lsp
 {
 namespace
 {
 
-bool startsWith(const std::string& text, const std::string& prefix)
+Diagnostic::SEVERITY severityOf(StoryFinding::SEVERITY severity)
 {
-    return text.compare(0, prefix.size(), prefix) == 0;
-}
-
-std::vector<std::string> quotedNames(const std::string& message)
-{
-    std::vector<std::string> names;
-    for (std::size_t open = message.find('"'); open != std::string::npos;) {
-        const std::size_t close = message.find('"', open + 1);
-        if (close == std::string::npos)
-            break;
-        names.push_back(message.substr(open + 1, close - open - 1));
-        open = message.find('"', close + 1);
+    switch (severity) {
+    case StoryFinding::SEVERITY::ERROR: return Diagnostic::SEVERITY::ERROR;
+    case StoryFinding::SEVERITY::WARNING: return Diagnostic::SEVERITY::WARNING;
+    case StoryFinding::SEVERITY::NOTE: break;
     }
-    return names;
+    return Diagnostic::SEVERITY::INFORMATION;
 }
 
-/// The number after "choice " in a message, or -2 when there is none.
-int choiceNumber(const std::string& message)
+/// "mtime size" of a file, empty when there is none: the word list is read again when it changes.
+std::string fileStamp(const std::string& path)
 {
-    const std::size_t at = message.find("choice ");
-    if (at == std::string::npos)
-        return -2;
-    std::size_t end = at + 7;
-    while (end < message.size() && message[end] >= '0' && message[end] <= '9')
-        ++end;
-    return end == at + 7 ? -2 : std::stoi(message.substr(at + 7, end - at - 7));
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) != 0)
+        return {};
+    return std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec) + " "
+           + std::to_string(status.st_size);
+}
+
+/// The code point at byte `at` of `text`, and where the next one starts.
+sf::Uint32 codePointAt(std::string_view text, std::size_t at, std::size_t& next)
+{
+    sf::Uint32 c = 0;
+    const auto* begin = text.data() + at;
+    const auto* end = sf::Utf8::decode(begin, text.data() + text.size(), c, 0xFFFD);
+    next = at + static_cast<std::size_t>(end - begin);
+    return c;
+}
+
+bool holdsWord(sf::Uint32 c)
+{
+    return isLetter(c) || isDigit(c) || c == U'_' || c == U'\'' || c == U'’' || c == U'-';
+}
+
+/// The word that starts at byte `at` of `line` (a misspelt word, a fact's name), else the one
+/// character there (a stray punctuation mark).
+std::size_t wordEnd(std::string_view line, std::size_t at)
+{
+    std::size_t next = at;
+    std::size_t end = at;
+    while (end < line.size() && holdsWord(codePointAt(line, end, next)))
+        end = next;
+    if (end == at && at < line.size())
+        static_cast<void>(codePointAt(line, at, end));
+    return end;
+}
+
+Span trimmedLine(const std::string& path, std::size_t start, std::string_view text)
+{
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos)
+        return Span{path, start, start + text.size()};
+    return Span{path, start + first, start + text.find_last_not_of(" \t") + 1};
 }
 
 } // namespace
 
-StoryDiagnostics::StoryDiagnostics(PageMeasure* measure, std::string unmeasuredReason)
+StoryDiagnostics::StoryDiagnostics(PageMeasure* measure, std::string unmeasuredReason,
+                                   std::array<std::string, 2> fontFiles)
     : measure_(measure)
     , unmeasuredReason_(std::move(unmeasuredReason))
+    , fontFiles_(std::move(fontFiles))
 {}
+
+StoryDiagnostics::~StoryDiagnostics() = default;
 
 std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& workspace, const StoryIndex& index)
 {
@@ -63,112 +97,121 @@ std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& 
     }
     if (!found.empty())
         return found;
-    const std::string directory = staged_.stage(workspace);
-    if (directory.empty())
-        return found;
-    std::vector<std::string> report;
-    {
-        ryn::console::Capture capture;
-        const LoadedStory story(directory);
-        StoryChecker checker(story, measure_, unmeasuredReason_);
-        static_cast<void>(checker.run());
-        report = capture.lines();
+    follow(workspace);
+    const LoadedStory story(workspace.directory(), source_);
+    std::vector<SourceText> sources;
+    sources.push_back(texts_.at(workspace.directory() + "story.txt"));
+    for (const sf::String& suspect : story.story().suspects()) {
+        const std::string path = workspace.directory() + utf8(suspect) + ".txt";
+        const auto text = texts_.find(path);
+        sources.push_back(text != texts_.end() ? text->second : SourceText::read(path, {}));
     }
+    AuthorCheckOptions authors;
+    authors.spellingCheck = &spelling(workspace.directory());
+    authors.oraneFont = fontFiles_[0];
+    authors.nathanFont = fontFiles_[1];
+    StoryChecker checker(story, measure_, unmeasuredReason_);
+    checker.setAuthorOptions(authors);
+    checker.setSourceTexts(&sources);
+    const std::vector<StoryFinding> findings = checker.findings();
     // Edits come a few characters at a time: what a run forgets, the next may need again.
     if (measure_ != nullptr && ++runs_ % RUNS_BETWEEN_FORGETTING == 0)
         measure_->forgetUnused();
-    Diagnostic* last = nullptr;
-    for (const std::string& line : report) {
-        if (!startsWith(line, directory)) {
-            // The lines that detail a report ("---- ...") belong to it; notes and the summary
-            // are about the run, not about a place.
-            if (last != nullptr && !startsWith(line, "note: ") && !startsWith(line, "orane-story check:"))
-                last->message += "\n" + line;
-            else
-                last = nullptr;
-            continue;
-        }
-        const std::string rest = line.substr(directory.size());
-        const std::size_t separator = rest.find(": ");
-        if (separator == std::string::npos)
-            continue;
-        std::string head = rest.substr(0, separator);
-        std::string message = rest.substr(separator + 2);
-        // "file:line" or, for the prose and continuity checks, "file:line:column".
-        std::vector<std::size_t> numbers;
-        for (std::size_t colon = head.rfind(':');
-             numbers.size() < 2 && colon != std::string::npos && colon + 1 < head.size()
-             && std::all_of(head.begin() + static_cast<std::ptrdiff_t>(colon) + 1, head.end(),
-                            [](char c) { return c >= '0' && c <= '9'; });
-             colon = head.rfind(':')) {
-            numbers.insert(numbers.begin(), std::stoul(head.substr(colon + 1)));
-            head.resize(colon);
-        }
-        std::size_t lineNumber = numbers.empty() || numbers.front() == 0 ? 0 : numbers.front() - 1;
-        if (startsWith(message, "ERROR : couldn't deserialize") && last != nullptr) {
-            last->message += "\n" + message;
-            continue;
-        }
-        Diagnostic diagnostic;
-        diagnostic.severity = Diagnostic::SEVERITY::ERROR;
-        if (startsWith(message, "warning: ")) {
-            diagnostic.severity = Diagnostic::SEVERITY::WARNING;
-            message.erase(0, 9);
-        } else if (startsWith(message, "note: ")) {
-            diagnostic.severity = Diagnostic::SEVERITY::INFORMATION;
-            message.erase(0, 6);
-        } else if (startsWith(message, "error: ")) {
-            message.erase(0, 7);
-        }
-        std::string path = workspace.directory() + head;
-        if (head.empty() || !workspace.exists(path)) {
-            // A missing suspect's file is shown where the suspect is named.
-            const std::string suspect = head.size() > 4 ? head.substr(0, head.size() - 4) : std::string();
-            path = workspace.suspectsPath();
-            lineNumber = 0;
-            for (std::size_t k = 0; k < index.suspectLines().size(); ++k) {
-                if (!head.empty() && index.suspectLines()[k].name == suspect) {
-                    lineNumber = k;
-                    break;
-                }
-            }
-        }
-        diagnostic.message = message;
-        diagnostic.span = placeOnLine(path, lineNumber, message, workspace, index);
-        std::vector<Diagnostic>& list = found[path];
-        list.push_back(std::move(diagnostic));
-        last = &list.back();
+    for (const StoryFinding& finding : findings) {
+        Span span;
+        if (place(finding, workspace, index, span))
+            found[span.file].push_back(Diagnostic{span, severityOf(finding.severity), finding.message});
     }
     return found;
 }
 
-Span StoryDiagnostics::placeOnLine(const std::string& path, std::size_t line, const std::string& message,
-                                   Workspace& workspace, const StoryIndex& index)
+void StoryDiagnostics::follow(Workspace& workspace)
 {
+    std::vector<std::string> paths = workspace.storyFiles();
+    paths.push_back(workspace.suspectsPath());
+    for (const std::string& path : paths) {
+        const std::uint64_t revision = workspace.revision(path);
+        const auto known = revisions_.find(path);
+        if (known != revisions_.end() && known->second == revision)
+            continue;
+        revisions_[path] = revision;
+        const std::string& text = workspace.document(path).text();
+        if (workspace.exists(path))
+            source_.setBuffer(path, text);
+        else
+            source_.removeBuffer(path);
+        texts_.insert_or_assign(path, SourceText::read(path, workspace.exists(path) ? text : std::string()));
+    }
+}
+
+SpellingCheck& StoryDiagnostics::spelling(const std::string& directory)
+{
+    const std::string wordList = directory + SpellingCheck::WORD_LIST;
+    const std::string stamp = fileStamp(wordList);
+    if (!spelling_ || stamp != wordListStamp_) {
+        spelling_.reset();
+        spelling_ = std::make_unique<SpellingCheck>(AuthorCheckOptions().dictionaryDirectory, wordList,
+                                                    SpellingCheck::defaultCacheFile());
+        wordListStamp_ = stamp;
+    }
+    return *spelling_;
+}
+
+bool StoryDiagnostics::place(const StoryFinding& finding, Workspace& workspace, const StoryIndex& index, Span& span)
+{
+    if (finding.file.empty())
+        return false;
+    std::string path = finding.file;
+    std::size_t line = finding.line == 0 ? 0 : finding.line - 1;
+    if (path.compare(0, workspace.directory().size(), workspace.directory()) != 0 || !workspace.exists(path)) {
+        // What concerns the whole directory, and a suspect's missing file, is shown in
+        // suspects.ini, on the suspect's line when there is one.
+        const std::string name =
+            path.size() > workspace.directory().size() + 4
+                ? path.substr(workspace.directory().size(), path.size() - workspace.directory().size() - 4)
+                : std::string();
+        path = workspace.suspectsPath();
+        line = 0;
+        for (std::size_t k = 0; k < index.suspectLines().size(); ++k) {
+            if (!name.empty() && index.suspectLines()[k].name == name) {
+                line = k;
+                break;
+            }
+        }
+        span = trimmedLine(path, workspace.document(path).lineStart(line), workspace.document(path).line(line));
+        return true;
+    }
     const TextDocument& document = workspace.document(path);
     const std::size_t start = document.lineStart(line);
-    const std::vector<std::string> names = quotedNames(message);
-    if (const StoryIndex::File* file = index.file(path)) {
-        const StoryIndex::Scene* scene = index.sceneAt(*file, line);
-        const int choice = choiceNumber(message);
+    const std::string_view text = document.line(line);
+    if (finding.line > 0 && finding.column > 0) {
+        std::size_t at = document.offsetAt(
+            Position{static_cast<std::uint32_t>(line), static_cast<std::uint32_t>(finding.column - 1)},
+            PositionEncoding::UTF32);
+        at = std::max(at, start);
+        span = Span{path, at, start + wordEnd(text, at - start)};
+        return true;
+    }
+    if (const StoryIndex::File* file = index.file(path); file != nullptr && finding.line > 0) {
+        // A link's fault sits on the link's name, a scene's on the name of its SCENE line.
         for (const StoryIndex::Link& link : file->links) {
-            if (scene == nullptr || &file->scenes[link.scene] != scene)
-                continue;
-            const bool named = std::find(names.begin(), names.end(), link.target) != names.end();
-            if (named && (choice == -2 || link.choice == choice))
-                return link.span;
+            const bool onLine = link.span.begin >= start && link.span.begin <= start + text.size();
+            const bool sameChoice = !finding.choice.has_value()
+                                    || (link.choice >= 0 && static_cast<std::size_t>(link.choice) == *finding.choice);
+            if (onLine && sameChoice) {
+                span = link.span;
+                return true;
+            }
+        }
+        for (const StoryIndex::Scene& scene : file->scenes) {
+            if (scene.firstLine == line && scene.nameSpan.end > scene.nameSpan.begin) {
+                span = scene.nameSpan;
+                return true;
+            }
         }
     }
-    const std::string_view text = document.line(line);
-    for (const std::string& name : names) {
-        const std::size_t at = name.empty() ? std::string_view::npos : text.find(name);
-        if (at != std::string_view::npos)
-            return Span{path, start + at, start + at + name.size()};
-    }
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return Span{path, start, start + text.size()};
-    return Span{path, start + first, start + text.find_last_not_of(" \t") + 1};
+    span = trimmedLine(path, start, text);
+    return true;
 }
 
 } // namespace orane::lsp

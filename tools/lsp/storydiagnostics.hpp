@@ -1,18 +1,24 @@
 #pragma once
 
-#include "stagedstory.hpp"
+#include "scenemanager/bufferedstorysource.hpp"
+#include "sourcetext.hpp"
+#include "storyfinding.hpp"
 #include "storyindex.hpp"
 #include "workspace.hpp"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace orane
 {
 class PageMeasure;
-}
+class SpellingCheck;
+} // namespace orane
 
 namespace orane::lsp
 {
@@ -31,7 +37,9 @@ struct Diagnostic
     std::string message;
 };
 
-/// Everything `orane-story check` reports about the story as the editor sees it, file by file.
+/// Everything `orane-story check` finds in the story as the editor sees it, file by file: the
+/// loader reads the workspace's texts (open buffers over the files on disk), and check's own
+/// records are placed on the words they concern.
 class StoryDiagnostics
 {
 public:
@@ -39,21 +47,36 @@ public:
     static constexpr std::size_t MAX_FILE_BYTES = std::size_t{8} << 20;
 
     /// `measure` may be null: pages are then not measured and `unmeasuredReason` says why.
-    StoryDiagnostics(PageMeasure* measure, std::string unmeasuredReason);
+    /// `fontFiles`: Orane's and Nathan's fonts, for the glyph check.
+    StoryDiagnostics(PageMeasure* measure, std::string unmeasuredReason, std::array<std::string, 2> fontFiles);
+    ~StoryDiagnostics();
+    StoryDiagnostics(const StoryDiagnostics&) = delete;
+    StoryDiagnostics& operator=(const StoryDiagnostics&) = delete;
 
     /// Every finding, keyed by the file it is placed in (suspects.ini for what concerns the
     /// whole directory or a missing file).
     [[nodiscard]] std::map<std::string, std::vector<Diagnostic>> run(Workspace& workspace, const StoryIndex& index);
 
-    /// The words of `line` that a finding about it is best shown on: the link or quoted name
-    /// it speaks of, else the line's text.
-    [[nodiscard]] static Span placeOnLine(const std::string& path, std::size_t line, const std::string& message,
-                                          Workspace& workspace, const StoryIndex& index);
+    /// Where `finding` is shown: the file it names (suspects.ini, on the suspect's line, when
+    /// that file does not exist) and the words of its line it speaks of. False for a finding
+    /// about no place (a note on the run).
+    [[nodiscard]] static bool place(const StoryFinding& finding, Workspace& workspace, const StoryIndex& index,
+                                    Span& span);
 
 private:
+    /// Brings the loader's buffers and the authors' texts up to date with the workspace.
+    void follow(Workspace& workspace);
+    SpellingCheck& spelling(const std::string& directory);
+
     PageMeasure* measure_ = nullptr;
     std::string unmeasuredReason_;
-    StagedStory staged_;
+    std::array<std::string, 2> fontFiles_;
+    BufferedStorySource source_;
+    /// Path -> the revision held in source_ and texts_.
+    std::map<std::string, std::uint64_t> revisions_;
+    std::map<std::string, SourceText> texts_;
+    std::unique_ptr<SpellingCheck> spelling_;
+    std::string wordListStamp_;
     static constexpr std::size_t RUNS_BETWEEN_FORGETTING = 64;
     std::size_t runs_ = 0;
 };

@@ -157,11 +157,13 @@ TEST_F(LanguageServerTest, DiagnosticsFollowTheBufferNotTheDisk)
     EXPECT_EQ(diagnosticsOf("story.txt"), Json::array());
 
     // Typing a letter into a link breaks it; the finding sits on the link's name, and the
-    // scene it led to is left without a way in.
+    // scene it led to is left without a way in; the closest name is offered on the link.
     edit("story.txt", 6, 3, 3, "x");
     const Json broken = diagnosticsOf("story.txt");
-    ASSERT_EQ(broken.size(), 2U) << broken.dump();
+    ASSERT_EQ(broken.size(), 3U) << broken.dump();
     EXPECT_EQ(broken[1]["severity"], 2);
+    EXPECT_EQ(broken[2]["message"], "no scene is named \"xsalle\"; did you mean \"salle\"?");
+    EXPECT_EQ(broken[2]["range"]["start"], (Json{{"line", 6}, {"character", 3}}));
     EXPECT_EQ(broken[0]["severity"], 1);
     EXPECT_EQ(broken[0]["message"], "ERROR : Scene \"begin\" choice 0 points to non-existing scene \"xsalle\".");
     EXPECT_EQ(broken[0]["range"]["start"], (Json{{"line", 6}, {"character", 3}}));
@@ -191,6 +193,34 @@ TEST_F(LanguageServerTest, WarningsOfCheckArriveToo)
     EXPECT_EQ(found[0]["severity"], 2);
     EXPECT_EQ(found[0]["message"], "scene \"oubliee\" is never reached: no path from \"begin\" leads to it");
     EXPECT_EQ(found[0]["range"]["start"], (Json{{"line", 15}, {"character", 6}}));
+}
+
+TEST_F(LanguageServerTest, AuthorsFindingsSitOnTheWordTheySpeakOf)
+{
+    initialize();
+    open("story.txt", STORY);
+    // A slip of the pen in Nathan's text: the word alone is marked, and goes with the fix.
+    edit("story.txt", 13, 7, 7, "l");
+    const Json slip = diagnosticsOf("story.txt");
+    ASSERT_EQ(slip.size(), 1U) << slip.dump();
+    EXPECT_EQ(slip[0]["severity"], 2);
+    EXPECT_EQ(slip[0]["message"].get<std::string>().rfind("\"sallle\" is in neither the French dictionary", 0), 0U);
+    EXPECT_EQ(slip[0]["range"]["start"], (Json{{"line", 13}, {"character", 4}}));
+    EXPECT_EQ(slip[0]["range"]["end"], (Json{{"line", 13}, {"character", 10}}));
+    edit("story.txt", 13, 7, 8, "");
+    EXPECT_EQ(diagnosticsOf("story.txt"), Json::array());
+
+    // A need that nothing meets is an error on the fact's name; the fact set for nothing is
+    // a note, shown as information.
+    edit("story.txt", 11, 9, 14, "plan");
+    const Json need = diagnosticsOf("story.txt");
+    ASSERT_EQ(need.size(), 2U) << need.dump();
+    EXPECT_EQ(need[0]["severity"], 3);
+    EXPECT_EQ(need[0]["range"]["start"], (Json{{"line", 1}, {"character", 8}}));
+    EXPECT_EQ(need[1]["severity"], 1);
+    EXPECT_EQ(need[1]["message"], "the fact \"plan\" is needed here, but no scene or choice sets it");
+    EXPECT_EQ(need[1]["range"]["start"], (Json{{"line", 11}, {"character", 9}}));
+    EXPECT_EQ(need[1]["range"]["end"], (Json{{"line", 11}, {"character", 13}}));
 }
 
 TEST_F(LanguageServerTest, DefinitionAndReferences)
