@@ -285,11 +285,10 @@ StoryFinding FactFlow::unproved() const
     finding.severity = StoryFinding::SEVERITY::WARNING;
     finding.kind = "continuity";
     finding.message =
-        "the facts' continuity was proved only in part: play stops at the hub or the arrest scene with "
-        "more than "
-        + std::to_string(stateLimit_) + " sets of suspects investigated; the " + std::to_string(violations_.size())
-        + " needs reported missed are missed on real paths, but the other " + std::to_string(needs - violations_.size())
-        + " were proved only on the ways of playing followed, not on all";
+        "the facts' continuity was proved only in part: play has more than " + std::to_string(stateLimit_)
+        + " stops at the hub or the arrest scene (one for each set of suspects investigated); the "
+        + std::to_string(violations_.size()) + " needs reported missed are missed on real paths, but the other "
+        + std::to_string(needs - violations_.size()) + " were proved only on the ways of playing followed, not on all";
     return finding;
 }
 
