@@ -99,29 +99,38 @@ Json StoryAssist::completion(const Json& params) const
         return at == std::string_view::npos ? 0 : at + 1;
     };
 
+    // Only the names that begin as typed: a long story's every name would be sent at each key.
+    const auto typedFrom = [&prefix](std::size_t column) { return prefix.substr(std::min(column, prefix.size())); };
     if (startsWith(prefix, "# needs:") || startsWith(prefix, "# sets:")) {
         const Json range = rangeFrom(wordStart(":, "));
-        for (const std::string& fact : index_.factNames())
-            items.push_back(completionItem(fact, fact, COMPLETION_VARIABLE, "fact", range));
+        const std::string_view typed = typedFrom(wordStart(":, "));
+        for (const std::string& fact : index_.factNames()) {
+            if (startsWith(fact, typed))
+                items.push_back(completionItem(fact, fact, COMPLETION_VARIABLE, "fact", range));
+        }
         return items;
     }
     const bool afterArrow = prefix.find("->") != std::string_view::npos && prefix.find('*') == std::string_view::npos;
     const std::size_t forward = prefix.find("FORWARD");
     const bool afterForward = forward != std::string_view::npos && prefix.find(' ', forward) != std::string_view::npos;
     if (afterArrow || afterForward) {
-        const Json range = rangeFrom(afterArrow ? std::max(wordStart(" \t"), prefix.find("->") + 2) : wordStart(" "));
+        const std::size_t nameStart = afterArrow ? std::max(wordStart(" \t"), prefix.find("->") + 2) : wordStart(" ");
+        const Json range = rangeFrom(nameStart);
+        const std::string_view typed = typedFrom(nameStart);
         // Each name once, with the file of the scene the game keeps.
         std::map<std::string, std::string> scenes;
         for (const StoryIndex::File& file : index_.files()) {
             for (const StoryIndex::Scene& scene : file.scenes) {
-                if (!scene.name.empty())
+                if (!scene.name.empty() && startsWith(scene.name, typed))
                     scenes.emplace(scene.name, fileName(file.path));
             }
         }
         for (const auto& [name, file] : scenes)
             items.push_back(completionItem(name, name, COMPLETION_CLASS, file, range));
-        for (const std::string& name : SPECIAL_SCENES)
-            items.push_back(completionItem(name, name, COMPLETION_CLASS, "composed by the game", range));
+        for (const std::string& name : SPECIAL_SCENES) {
+            if (startsWith(name, typed))
+                items.push_back(completionItem(name, name, COMPLETION_CLASS, "composed by the game", range));
+        }
         return items;
     }
     // A token is the first thing on its line.

@@ -1,5 +1,6 @@
 #include "storydiagnostics.hpp"
 
+#include "glyphcheck.hpp"
 #include "letters.hpp"
 #include "loadedstory.hpp"
 #include "pagemeasure.hpp"
@@ -106,14 +107,25 @@ std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& 
         const auto text = texts_.find(path);
         sources.push_back(text != texts_.end() ? text->second : SourceText::read(path, {}));
     }
+    SpellingCheck& words = spelling(workspace.directory());
+    if (!glyphs_)
+        glyphs_ = std::make_unique<GlyphCheck>(fontFiles_[0], fontFiles_[1]);
     AuthorCheckOptions authors;
-    authors.spellingCheck = &spelling(workspace.directory());
+    // Spelling and glyphs are found file by file below; a check that cannot run at all is left
+    // to the checker, which says why in check's own words.
+    authors.spelling = !words.available();
+    authors.glyphs = !glyphs_->available();
+    authors.spellingCheck = &words;
     authors.oraneFont = fontFiles_[0];
     authors.nathanFont = fontFiles_[1];
     StoryChecker checker(story, measure_, unmeasuredReason_);
     checker.setAuthorOptions(authors);
     checker.setSourceTexts(&sources);
-    const std::vector<StoryFinding> findings = checker.findings();
+    std::vector<StoryFinding> findings = checker.findings();
+    for (const SourceText& source : sources) {
+        const std::vector<StoryFinding>& more = textFindings(source, words);
+        findings.insert(findings.end(), more.begin(), more.end());
+    }
     // Edits come a few characters at a time: what a run forgets, the next may need again.
     if (measure_ != nullptr && ++runs_ % RUNS_BETWEEN_FORGETTING == 0)
         measure_->forgetUnused();
@@ -153,8 +165,30 @@ SpellingCheck& StoryDiagnostics::spelling(const std::string& directory)
         spelling_ = std::make_unique<SpellingCheck>(AuthorCheckOptions().dictionaryDirectory, wordList,
                                                     SpellingCheck::defaultCacheFile());
         wordListStamp_ = stamp;
+        textFindings_.clear();
     }
     return *spelling_;
+}
+
+const std::vector<StoryFinding>& StoryDiagnostics::textFindings(const SourceText& source, SpellingCheck& words)
+{
+    static const std::vector<StoryFinding> none;
+    const auto revision = revisions_.find(source.path());
+    if (revision == revisions_.end() || source.scenes().empty())
+        return none;
+    TextFindings& known = textFindings_[source.path()];
+    if (known.revision == revision->second)
+        return known.findings;
+    known.revision = revision->second;
+    known.findings.clear();
+    const std::vector<SourceText> one{source};
+    if (words.available())
+        known.findings = words.findings(one);
+    if (glyphs_->available()) {
+        const std::vector<StoryFinding> glyphs = glyphs_->findings(one);
+        known.findings.insert(known.findings.end(), glyphs.begin(), glyphs.end());
+    }
+    return known.findings;
 }
 
 bool StoryDiagnostics::place(const StoryFinding& finding, Workspace& workspace, const StoryIndex& index, Span& span)

@@ -16,6 +16,7 @@
 
 namespace orane
 {
+class GlyphCheck;
 class PageMeasure;
 class SpellingCheck;
 } // namespace orane
@@ -67,6 +68,9 @@ private:
     /// Brings the loader's buffers and the authors' texts up to date with the workspace.
     void follow(Workspace& workspace);
     SpellingCheck& spelling(const std::string& directory);
+    /// What `source`'s text decides alone (its spelling, its characters against the fonts),
+    /// found again only when that text changed: an edit costs the edited file, not the story.
+    const std::vector<StoryFinding>& textFindings(const SourceText& source, SpellingCheck& words);
 
     PageMeasure* measure_ = nullptr;
     std::string unmeasuredReason_;
@@ -76,6 +80,13 @@ private:
     std::map<std::string, std::uint64_t> revisions_;
     std::map<std::string, SourceText> texts_;
     std::unique_ptr<SpellingCheck> spelling_;
+    std::unique_ptr<GlyphCheck> glyphs_;
+    struct TextFindings
+    {
+        std::uint64_t revision = 0; ///< 0: never found
+        std::vector<StoryFinding> findings;
+    };
+    std::map<std::string, TextFindings> textFindings_;
     std::string wordListStamp_;
     static constexpr std::size_t RUNS_BETWEEN_FORGETTING = 64;
     std::size_t runs_ = 0;

@@ -293,6 +293,9 @@ TEST_F(LanguageServerTest, CompletionOffersWhatFitsWhereTheCursorIs)
     EXPECT_EQ(scenes, (std::vector<std::string>{"Dupont_arrest", "Dupont_begin", "begin", "salle", "end", "game_over",
                                                 "hub", "arrest"}));
     EXPECT_EQ(labels(14, 8), scenes);
+    // What is typed narrows the list: "-> sa", "FORWARD h".
+    EXPECT_EQ(labels(6, 5), std::vector<std::string>{"salle"});
+    EXPECT_EQ(labels(14, 9), std::vector<std::string>{"hub"});
     EXPECT_EQ(labels(11, 9), std::vector<std::string>{"carte"});
     EXPECT_EQ(labels(12, 1), (std::vector<std::string>{"NATHAN"}));
     EXPECT_TRUE(labels(3, 7).empty());
