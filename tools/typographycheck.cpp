@@ -4,6 +4,7 @@
 #include "tooltext.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 
 namespace orane
@@ -80,11 +81,19 @@ std::vector<StoryFinding> TypographyCheck::findings() const
 {
     std::vector<StoryFinding> found;
     for (const SourceText& source : sources_) {
-        for (const SourceText::Scene& scene : source.scenes()) {
-            for (const SourceText::TextLine& text : scene.texts)
-                checkLine(source.path(), scene, text, found);
-            checkQuotes(source.path(), scene, found);
-        }
+        std::vector<StoryFinding> more = findings(source);
+        found.insert(found.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+    }
+    return found;
+}
+
+std::vector<StoryFinding> TypographyCheck::findings(const SourceText& source) const
+{
+    std::vector<StoryFinding> found;
+    for (const SourceText::Scene& scene : source.scenes()) {
+        for (const SourceText::TextLine& text : scene.texts)
+            checkLine(source.path(), scene, text, found);
+        checkQuotes(source.path(), scene, found);
     }
     return found;
 }

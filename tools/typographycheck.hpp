@@ -19,6 +19,10 @@ public:
     explicit TypographyCheck(const std::vector<SourceText>& sources);
 
     [[nodiscard]] std::vector<StoryFinding> findings() const;
+    /// The findings of `source` alone, its apostrophes judged by the whole story's habit.
+    [[nodiscard]] std::vector<StoryFinding> findings(const SourceText& source) const;
+    /// True when the story mostly writes ’ rather than '.
+    [[nodiscard]] bool curlyApostrophes() const { return curlyApostrophes_; }
 
 private:
     void checkLine(const std::string& file, const SourceText::Scene& scene, const SourceText::TextLine& text,

@@ -7,6 +7,7 @@
 #include "spellingcheck.hpp"
 #include "storychecker.hpp"
 #include "tooltext.hpp"
+#include "typographycheck.hpp"
 
 #include <SFML/System/Utf.hpp>
 
@@ -111,9 +112,10 @@ std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& 
     if (!glyphs_)
         glyphs_ = std::make_unique<GlyphCheck>(fontFiles_[0], fontFiles_[1]);
     AuthorCheckOptions authors;
-    // Spelling and glyphs are found file by file below; a check that cannot run at all is left
-    // to the checker, which says why in check's own words.
+    // Spelling, typography and glyphs are found file by file below; a check that cannot run at
+    // all is left to the checker, which says why in check's own words.
     authors.spelling = !words.available();
+    authors.typography = false;
     authors.glyphs = !glyphs_->available();
     authors.spellingCheck = &words;
     authors.oraneFont = fontFiles_[0];
@@ -122,8 +124,9 @@ std::map<std::string, std::vector<Diagnostic>> StoryDiagnostics::run(Workspace& 
     checker.setAuthorOptions(authors);
     checker.setSourceTexts(&sources);
     std::vector<StoryFinding> findings = checker.findings();
+    const TypographyCheck typography(sources);
     for (const SourceText& source : sources) {
-        const std::vector<StoryFinding>& more = textFindings(source, words);
+        const std::vector<StoryFinding>& more = textFindings(source, words, typography);
         findings.insert(findings.end(), more.begin(), more.end());
     }
     // Edits come a few characters at a time: what a run forgets, the next may need again.
@@ -170,20 +173,24 @@ SpellingCheck& StoryDiagnostics::spelling(const std::string& directory)
     return *spelling_;
 }
 
-const std::vector<StoryFinding>& StoryDiagnostics::textFindings(const SourceText& source, SpellingCheck& words)
+const std::vector<StoryFinding>& StoryDiagnostics::textFindings(const SourceText& source, SpellingCheck& words,
+                                                                const TypographyCheck& typography)
 {
     static const std::vector<StoryFinding> none;
     const auto revision = revisions_.find(source.path());
     if (revision == revisions_.end() || source.scenes().empty())
         return none;
     TextFindings& known = textFindings_[source.path()];
-    if (known.revision == revision->second)
+    if (known.revision == revision->second && known.curlyApostrophes == typography.curlyApostrophes())
         return known.findings;
     known.revision = revision->second;
-    known.findings.clear();
+    known.curlyApostrophes = typography.curlyApostrophes();
+    known.findings = typography.findings(source);
     const std::vector<SourceText> one{source};
-    if (words.available())
-        known.findings = words.findings(one);
+    if (words.available()) {
+        const std::vector<StoryFinding> spelling = words.findings(one);
+        known.findings.insert(known.findings.end(), spelling.begin(), spelling.end());
+    }
     if (glyphs_->available()) {
         const std::vector<StoryFinding> glyphs = glyphs_->findings(one);
         known.findings.insert(known.findings.end(), glyphs.begin(), glyphs.end());

@@ -19,6 +19,7 @@ namespace orane
 class GlyphCheck;
 class PageMeasure;
 class SpellingCheck;
+class TypographyCheck;
 } // namespace orane
 
 namespace orane::lsp
@@ -68,9 +69,11 @@ private:
     /// Brings the loader's buffers and the authors' texts up to date with the workspace.
     void follow(Workspace& workspace);
     SpellingCheck& spelling(const std::string& directory);
-    /// What `source`'s text decides alone (its spelling, its characters against the fonts),
-    /// found again only when that text changed: an edit costs the edited file, not the story.
-    const std::vector<StoryFinding>& textFindings(const SourceText& source, SpellingCheck& words);
+    /// What `source`'s text decides alone (its spelling, its typography, its characters against
+    /// the fonts), found again only when that text changed (or, for typography, the story's
+    /// apostrophe): an edit costs the edited file, not the story.
+    const std::vector<StoryFinding>& textFindings(const SourceText& source, SpellingCheck& words,
+                                                  const TypographyCheck& typography);
 
     PageMeasure* measure_ = nullptr;
     std::string unmeasuredReason_;
@@ -84,6 +87,7 @@ private:
     struct TextFindings
     {
         std::uint64_t revision = 0; ///< 0: never found
+        bool curlyApostrophes = false;
         std::vector<StoryFinding> findings;
     };
     std::map<std::string, TextFindings> textFindings_;
