@@ -26,11 +26,11 @@ bool isReadable(const std::string& path)
     return static_cast<bool>(std::ifstream(path));
 }
 
-/// The notebook's geometry, read from a notebook that loads nothing.
-const Book& notebook()
+/// The notebook's geometry, without the notebook's shaders and their graphics context.
+sf::Vector2f pageSize()
 {
-    static const Book book;
-    return book;
+    static const BookGeometry geometry;
+    return geometry.pageSize();
 }
 
 /// The game's choice button, as the game dresses it.
@@ -82,7 +82,7 @@ void PageMeasure::forgetUnused()
 {
     broken_.age();
     textBottoms_.age();
-    buttonWidths_.age();
+    buttonBounds_.age();
     buttonsBottoms_.age();
 }
 
@@ -129,14 +129,17 @@ bool PageMeasure::loadFonts(const std::vector<std::string>& directories)
         writerTexts_[writer].setFont(fonts_[writer]);
         writerTexts_[writer].setCharacterSize(WRITER_CHARACTER_SIZE);
     }
+    writerLayouts_.clear();
+    writerLayouts_.reserve(writerTexts_.size());
+    for (const sf::Text& text : writerTexts_)
+        writerLayouts_.emplace_back(text);
     return true;
 }
 
 sf::Vector2f PageMeasure::writingArea() const
 {
-    const sf::Vector2f page = notebook().getPageSize();
-    const sf::Vector2f padding = notebook().getTextPadding();
-    return {page.x - 2.f * padding.x, page.y - 2.f * padding.y};
+    const sf::Vector2f page = pageSize();
+    return {page.x - 2.f * Book::TEXT_PADDING.x, page.y - 2.f * Book::TEXT_PADDING.y};
 }
 
 sf::String PageMeasure::brokenText(const sf::String& text, PageWriter writer)
@@ -145,7 +148,7 @@ sf::String PageMeasure::brokenText(const sf::String& text, PageWriter writer)
     if (const sf::String* known = broken_.find(key))
         return *known;
     Page page{text, writer};
-    Book::wrapText(page, writerTexts_, notebook().getPageSize(), notebook().getTextPadding());
+    Book::wrapText(page, writerTexts_, pageSize(), Book::TEXT_PADDING);
     return broken_.keep(std::move(key), page.text);
 }
 
@@ -156,9 +159,7 @@ float PageMeasure::textBottom(const sf::String& text, PageWriter writer)
     std::u32string key = writerKey(text, writer);
     if (const float* known = textBottoms_.find(key))
         return *known;
-    sf::Text& measured = writerText(writer);
-    measured.setString(brokenText(text, writer));
-    const sf::FloatRect bounds = measured.getLocalBounds();
+    const sf::FloatRect bounds = writerLayouts_[static_cast<std::size_t>(writer)].localBounds(brokenText(text, writer));
     return textBottoms_.keep(std::move(key), bounds.top + bounds.height);
 }
 
@@ -171,13 +172,18 @@ sf::String PageMeasure::withAnswer(const sf::String& nathanText, const sf::Strin
 
 float PageMeasure::buttonWidth(const sf::String& label)
 {
+    const sf::FloatRect& bounds = buttonBounds(label);
+    return bounds.left + bounds.width;
+}
+
+const sf::FloatRect& PageMeasure::buttonBounds(const sf::String& label)
+{
     std::u32string key = codePoints(label);
-    if (const float* known = buttonWidths_.find(key))
+    if (const sf::FloatRect* known = buttonBounds_.find(key))
         return *known;
     ryn::ShapeShifter button(ryn::ShapeShifter::TEXT | ryn::ShapeShifter::SHAPE, ryn::ShapeShifter::RECTANGLE);
     dressAsChoiceButton(button, fonts_[static_cast<std::size_t>(PageWriter::NATHAN)], label);
-    const sf::FloatRect bounds = button.bounds({0.f, 0.f});
-    return buttonWidths_.keep(std::move(key), bounds.left + bounds.width);
+    return buttonBounds_.keep(std::move(key), button.bounds({0.f, 0.f}));
 }
 
 float PageMeasure::buttonsBottom(const sf::String& pageText, const std::vector<sf::String>& labels)
@@ -195,24 +201,19 @@ float PageMeasure::measureButtonsBottom(const sf::String& pageText, const std::v
     const sf::String broken = brokenText(pageText, PageWriter::NATHAN);
     if (labels.empty())
         return textBottom(broken, PageWriter::NATHAN);
-    ryn::ShapeShifter button(ryn::ShapeShifter::TEXT | ryn::ShapeShifter::SHAPE, ryn::ShapeShifter::RECTANGLE);
-    dressAsChoiceButton(button, fonts_[static_cast<std::size_t>(PageWriter::NATHAN)], labels.back());
     const float lastTop =
         textHeight(broken, PageWriter::NATHAN) + ChoiceButtonLook::SPACING * static_cast<float>(labels.size() - 1);
-    const sf::FloatRect bounds = button.bounds({0.f, lastTop});
-    return bounds.top + bounds.height;
-}
-
-sf::Text& PageMeasure::writerText(PageWriter writer)
-{
-    return writerTexts_[static_cast<std::size_t>(writer)];
+    // Laid lower, the button's bounds move by the offset: the same sums as the button's own.
+    const sf::FloatRect& bounds = buttonBounds(labels.back());
+    return (bounds.top + lastTop) + bounds.height;
 }
 
 float PageMeasure::textHeight(const sf::String& brokenPageText, PageWriter writer)
 {
-    sf::Text measured = writerText(writer);
-    measured.setString(brokenPageText);
-    return measured.getGlobalBounds().height;
+    // The play state asks the untransformed text for its global bounds: an identity transform
+    // turns the local rectangle into its corners and back, and only the height's rounding stays.
+    const sf::FloatRect local = writerLayouts_[static_cast<std::size_t>(writer)].localBounds(brokenPageText);
+    return (local.top + local.height) - local.top;
 }
 
 } // namespace orane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "book/page.hpp"
+#include "book/textlayout.hpp"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/Text.hpp>
@@ -72,18 +73,21 @@ private:
         void age();
     };
 
+    /// The bounds of the choice button of `label` laid at the origin.
+    const sf::FloatRect& buttonBounds(const sf::String& label);
     float measureButtonsBottom(const sf::String& pageText, const std::vector<sf::String>& labels);
-    sf::Text& writerText(PageWriter writer);
     /// What the play state takes for the height of the last page's text.
     float textHeight(const sf::String& brokenPageText, PageWriter writer);
 
     Memo<sf::String> broken_;
     Memo<float> textBottoms_;
-    Memo<float> buttonWidths_;
+    Memo<sf::FloatRect> buttonBounds_;
     Memo<float> buttonsBottoms_;
     sf::Font fonts_[2];
     std::string fontPaths_[2];
     std::vector<sf::Text> writerTexts_;
+    /// The writers' texts measured glyph by glyph, as sf::Text would lay them.
+    std::vector<TextLayout> writerLayouts_;
     std::string error_;
 };
 

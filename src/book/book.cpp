@@ -6,12 +6,7 @@
 
 namespace orane
 {
-namespace
-{
-
-const sf::Vector2f TEXT_PADDING(40.f, 40.f);
-
-} // namespace
+const sf::Vector2f Book::TEXT_PADDING(40.f, 40.f);
 
 Book::Book()
     : text_(geometry_.pageSize(), TEXT_PADDING)

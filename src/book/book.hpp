@@ -28,6 +28,9 @@ struct Scene;
 class Book
 {
 public:
+    /// Between a page's edge and its text, on each side.
+    static const sf::Vector2f TEXT_PADDING;
+
     /// Default geometry; loads nothing (see loadResources).
     Book();
     Book(const Book&) = delete;

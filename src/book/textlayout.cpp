@@ -1,6 +1,7 @@
 #include "book/textlayout.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -11,36 +12,34 @@ namespace orane
 namespace
 {
 
-/// sf::Font asks FreeType for every kerning pair it is given, which is most of the time taken
-/// to measure a long text: the answers are kept for the program's whole life, by font and size.
-/// A font is known by its address and family, so that another font given the same address
-/// later starts afresh.
-class KerningCache
+/// The metrics of every font and size measured so far. A font is known by its address and
+/// family, so that another font given the same address later starts afresh.
+class MetricsCache
 {
 public:
-    TextLayout::Kernings& pairsFor(const sf::Font& font, unsigned int size)
+    TextLayout::FontMetrics& metricsFor(const sf::Font& font, unsigned int size)
     {
         Entry& entry = fonts_[{&font, size}];
         if (entry.family != font.getInfo().family) {
             entry.family = font.getInfo().family;
-            entry.pairs.clear();
+            entry.metrics = TextLayout::FontMetrics();
         }
-        return entry.pairs;
+        return entry.metrics;
     }
 
 private:
     struct Entry
     {
         std::string family;
-        TextLayout::Kernings pairs;
+        TextLayout::FontMetrics metrics;
     };
 
     std::map<std::pair<const sf::Font*, unsigned int>, Entry> fonts_;
 };
 
-KerningCache& kerningCache()
+MetricsCache& metricsCache()
 {
-    static KerningCache cache;
+    static MetricsCache cache;
     return cache;
 }
 
@@ -51,12 +50,13 @@ TextLayout::TextLayout(const sf::Text& text)
     , characterSize_(text.getCharacterSize())
     , bold_((text.getStyle() & sf::Text::Bold) != 0)
     , italicShear_((text.getStyle() & sf::Text::Italic) != 0 ? 0.209f : 0.f)
-    , kernings_(kerningCache().pairsFor(font_, characterSize_))
+    , known_(metricsCache().metricsFor(font_, characterSize_))
 {
     // Written as sf::Text writes it: the spacing is added to the blank, not computed apart.
-    whitespaceWidth_ = font_.getGlyph(U' ', characterSize_, bold_).advance;
+    whitespaceWidth_ = metrics(U' ').advance;
     letterSpacing_ = (whitespaceWidth_ / 3.f) * (text.getLetterSpacing() - 1.f);
     whitespaceWidth_ += letterSpacing_;
+    lineSpacing_ = font_.getLineSpacing(characterSize_) * text.getLineSpacing();
 }
 
 TextLayout::Pen TextLayout::penForLineAt(std::size_t index)
@@ -101,21 +101,76 @@ TextLayout::Extent TextLayout::textExtent(const Extent& lines) const
     return text;
 }
 
+sf::FloatRect TextLayout::localBounds(const sf::String& text)
+{
+    if (text.isEmpty())
+        return {};
+    // The vertical half follows sf::Text as the horizontal half does: the baseline of the first
+    // line at the character size, a blank counted at the baseline, a line feed moving it down.
+    const auto size = static_cast<float>(characterSize_);
+    float baseline = size;
+    float minY = size;
+    float maxY = 0.f;
+    Pen pen = penForLineAt(0);
+    for (const sf::Uint32 character : text) {
+        if (character == U'\r')
+            continue;
+        if (character == U' ' || character == U'\n' || character == U'\t') {
+            minY = std::min(minY, baseline);
+            if (character == U'\n')
+                baseline += lineSpacing_;
+            maxY = std::max(maxY, baseline);
+        } else {
+            const GlyphMetrics& glyph = metrics(character);
+            minY = std::min(minY, baseline + glyph.top);
+            maxY = std::max(maxY, baseline + glyph.bottom);
+        }
+        lay(pen, character);
+    }
+    const Extent horizontal = textExtent(pen.extent);
+    return {horizontal.minX, minY, horizontal.maxX - horizontal.minX, maxY - minY};
+}
+
 float TextLayout::kerning(sf::Uint32 first, sf::Uint32 second)
 {
+    if (first < FontMetrics::TABLE_SIDE && second < FontMetrics::TABLE_SIDE) {
+        float& known = known_.kerningTable[first * FontMetrics::TABLE_SIDE + second];
+        if (std::isnan(known))
+            known = font_.getKerning(first, second, characterSize_);
+        return known;
+    }
     const std::uint64_t pair = std::uint64_t{first} << 32 | second;
-    const auto found = kernings_.find(pair);
-    if (found != kernings_.end())
+    const auto found = known_.kernings.find(pair);
+    if (found != known_.kernings.end())
         return found->second;
-    return kernings_.emplace(pair, font_.getKerning(first, second, characterSize_)).first->second;
+    return known_.kernings.emplace(pair, font_.getKerning(first, second, characterSize_)).first->second;
 }
 
 const TextLayout::GlyphMetrics& TextLayout::metrics(sf::Uint32 character)
 {
-    const auto found = glyphs_.find(character);
-    if (found != glyphs_.end())
+    const std::size_t weight = bold_ ? 1 : 0;
+    std::vector<bool>& known = known_.glyphKnown[weight];
+    std::vector<GlyphMetrics>& table = known_.glyphTable[weight];
+    if (character < FontMetrics::TABLE_SIDE) {
+        if (table.empty()) {
+            table.resize(FontMetrics::TABLE_SIDE);
+            known.resize(FontMetrics::TABLE_SIDE);
+        }
+        if (!known[character]) {
+            table[character] = measureGlyph(character);
+            known[character] = true;
+        }
+        return table[character];
+    }
+    std::unordered_map<sf::Uint32, GlyphMetrics>& others = known_.glyphs[weight];
+    const auto found = others.find(character);
+    if (found != others.end())
         return found->second;
+    return others.emplace(character, measureGlyph(character)).first->second;
+}
 
+TextLayout::GlyphMetrics TextLayout::measureGlyph(sf::Uint32 character) const
+{
     const sf::Glyph& glyph = font_.getGlyph(character, characterSize_, bold_);
     GlyphMetrics metrics;
     metrics.advance = glyph.advance;
@@ -123,7 +178,7 @@ const TextLayout::GlyphMetrics& TextLayout::metrics(sf::Uint32 character)
     metrics.top = glyph.bounds.top;
     metrics.right = glyph.bounds.left + glyph.bounds.width;
     metrics.bottom = glyph.bounds.top + glyph.bounds.height;
-    return glyphs_.emplace(character, metrics).first->second;
+    return metrics;
 }
 
 } // namespace orane

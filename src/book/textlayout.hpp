@@ -1,17 +1,19 @@
 #pragma once
 
 #include <SFML/Graphics/Font.hpp>
+#include <SFML/Graphics/Rect.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <SFML/System/String.hpp>
 
 #include <cstdint>
 #include <limits>
 #include <unordered_map>
+#include <vector>
 
 namespace orane
 {
 
-/// The horizontal half of sf::Text's layout, one character at a time: the same float operations
+/// sf::Text's layout without its vertices, one character at a time: the same float operations
 /// in the same order as SFML 2.5's own, so that an extent gathered here equals, bit for bit, what
 /// the text object's bounds would hold. Lines are independent of each other (the pen goes back to
 /// 0 after a line feed), which is what lets the line breaker re-measure one line instead of the
@@ -19,8 +21,32 @@ namespace orane
 class TextLayout
 {
 public:
-    /// Kerning by pair of characters (the first in the high half), for one font and size.
-    using Kernings = std::unordered_map<std::uint64_t, float>;
+    /// What one glyph contributes to a line: its advance and its box around the pen.
+    struct GlyphMetrics
+    {
+        float advance = 0.f;
+        float left = 0.f;
+        float top = 0.f;
+        float right = 0.f;
+        float bottom = 0.f;
+    };
+
+    /// What sf::Font answers for one font and size, kept for the program's whole life since
+    /// asking it (FreeType behind it) is most of the time taken to measure a long text. Latin-1
+    /// characters (nearly every one of French prose) are in tables, the others by key.
+    struct FontMetrics
+    {
+        static constexpr sf::Uint32 TABLE_SIDE = 256;
+        /// Kerning by pair; NaN where the pair was not asked yet.
+        std::vector<float> kerningTable =
+            std::vector<float>(TABLE_SIDE * TABLE_SIDE, std::numeric_limits<float>::quiet_NaN());
+        /// Kerning by pair, the first character in the high half.
+        std::unordered_map<std::uint64_t, float> kernings;
+        /// Glyphs by weight (regular, bold), then by character.
+        std::vector<GlyphMetrics> glyphTable[2];
+        std::vector<bool> glyphKnown[2];
+        std::unordered_map<sf::Uint32, GlyphMetrics> glyphs[2];
+    };
 
     /// Horizontal range that sf::Text's bounds take from the characters laid so far.
     struct Extent
@@ -50,19 +76,15 @@ public:
 
     /// sf::Text starts its bounds at (characterSize, 0) before the first character: the extent
     /// of a text whose lines have the combined extent `lines`.
-    Extent textExtent(const Extent& lines) const;
+    [[nodiscard]] Extent textExtent(const Extent& lines) const;
+
+    /// What sf::Text::getLocalBounds answers for `text` set in this layout's font, size and style,
+    /// bit for bit, without building the text's vertices.
+    [[nodiscard]] sf::FloatRect localBounds(const sf::String& text);
 
 private:
-    struct GlyphMetrics
-    {
-        float advance = 0.f;
-        float left = 0.f;
-        float top = 0.f;
-        float right = 0.f;
-        float bottom = 0.f;
-    };
-
     const GlyphMetrics& metrics(sf::Uint32 character);
+    [[nodiscard]] GlyphMetrics measureGlyph(sf::Uint32 character) const;
     float kerning(sf::Uint32 first, sf::Uint32 second);
 
     const sf::Font& font_;
@@ -71,9 +93,9 @@ private:
     float italicShear_ = 0.f;
     float letterSpacing_ = 0.f;
     float whitespaceWidth_ = 0.f;
-    /// Shared by every layout of the same font and size, for the program's whole life.
-    Kernings& kernings_;
-    std::unordered_map<sf::Uint32, GlyphMetrics> glyphs_;
+    float lineSpacing_ = 0.f;
+    /// Shared by every layout of the same font and size.
+    FontMetrics& known_;
 };
 
 } // namespace orane

@@ -1,8 +1,14 @@
+#include "loadedstory.hpp"
 #include "pagemeasure.hpp"
+#include "referencepagemeasure.hpp"
+
+#include <ryn/core/console.hpp>
 
 #include <SFML/Graphics/Text.hpp>
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace
 {
@@ -79,6 +85,31 @@ TEST_F(PageMeasureTest, AButtonIsItsLabelWithAMarginOnEachSide)
     EXPECT_GT(shortButton, 10.f);
     EXPECT_GT(longButton, shortButton);
     EXPECT_GT(longButton, measure_.writingArea().x);
+}
+
+} // namespace
+
+namespace
+{
+
+// The measures are taken glyph by glyph instead of from text objects: on our own story and on
+// the test stories (overflowing pages, texts with marks and line feeds) they must agree to the bit.
+TEST_F(PageMeasureTest, EveryPageOfOurStoriesMeasuresAsTheTextObjectsDo)
+{
+    const ReferencePageMeasure reference(measure_);
+    std::vector<std::string> directories{std::string(ORANE_SOURCE_DIR) + "/resources/stories/"};
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::string(ORANE_SOURCE_DIR) + "/tests/tools/stories"))
+        directories.push_back(entry.path().string() + "/");
+    for (const std::string& directory : directories) {
+        const orane::LoadedStory story(directory);
+        for (const auto& [name, scene] : story.story().scenes())
+            expectSameMeasures(measure_, reference, scene, directory + ryn::console::toUtf8(name.toWideString()));
+    }
+    // Blanks and line feeds at the edges, where the text's box is set by the pen alone.
+    for (const sf::String& text : {sf::String(L" "), sf::String(L"\n"), sf::String(L"Oui\n\n"), sf::String(L"\tNon ")})
+        EXPECT_EQ(measure_.textBottom(text, orane::PageWriter::ORANE),
+                  reference.textBottom(measure_.brokenText(text, orane::PageWriter::ORANE), orane::PageWriter::ORANE));
 }
 
 } // namespace
