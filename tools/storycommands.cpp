@@ -11,6 +11,7 @@
 #include "storymap.hpp"
 #include "storyplaces.hpp"
 #include "storywalker.hpp"
+#include "suspectsetproof.hpp"
 #include "terminalplayer.hpp"
 #include "tooltext.hpp"
 #include "virtualdisplay.hpp"
@@ -170,11 +171,54 @@ std::size_t proveFacts(const StoryWalker& walker)
     return errors;
 }
 
+/// The walk of a story with more states than the walk would visit: proved scene by scene.
+int proveBySets(const StoryWalker& walker)
+{
+    const Story& story = walker.story();
+    const SuspectSetProof proof(story);
+    ryn::console::writeLine("suspects: " + std::to_string(story.suspects().size()) + ", so "
+                            + std::to_string(std::uint64_t{1} << story.suspects().size())
+                            + " sets of suspects investigated; play comes back to the hub with "
+                            + std::to_string(proof.setsAtHub())
+                            + " of them. Too many states to walk one by one: each scene is explored once, and the "
+                              "sets are weighed at the hub and the arrest scene, where alone they matter");
+    for (const Story::SceneId ending : {story.endScene(), story.gameOverScene()})
+        ryn::console::writeLine("ending " + quoted(story.sceneName(ending)) + ": "
+                                + (proof.reaches(ending) ? "reached" : "never reached"));
+    std::size_t stuckScenes = 0;
+    for (const SuspectSetProof::DeadEnd& deadEnd : proof.deadEnds()) {
+        std::string scenes;
+        for (const sf::String& scene : deadEnd.scenes)
+            scenes += (scenes.empty() ? "" : ", ") + quoted(scene);
+        stuckScenes += deadEnd.scenes.size();
+        const std::string place = storyplaces::scenePlace(story, deadEnd.scenes.front(), walker.directory());
+        ryn::console::writeLine(place + ": error: no ending can be reached from scene"
+                                + (deadEnd.scenes.size() == 1 ? " " : "s ") + scenes + ", for one "
+                                + walker.describe(deadEnd.example));
+    }
+    StoryWalker::Exploration found;
+    for (const auto& [scene, choice] : proof.takenChoices())
+        found.takenChoices.insert(StoryWalker::ChoiceRef{scene, choice});
+    reportUntakenChoices(walker, found);
+    const bool endReached = proof.reaches(story.endScene());
+    const bool sound = endReached && proof.deadEnds().empty();
+    std::string verdict = sound         ? "every state can end and \"end\" is reachable"
+                          : !endReached ? "\"end\" is never reached"
+                                        : "states in " + std::to_string(stuckScenes) + " scenes cannot end";
+    const std::size_t missedNeeds = proveFacts(walker);
+    if (missedNeeds > 0)
+        verdict += "; " + std::to_string(missedNeeds) + " facts needed where a path does not set them";
+    ryn::console::writeLine("orane-story walk: " + verdict);
+    return sound && missedNeeds == 0 ? 0 : 1;
+}
+
 int walk(const std::string& directory)
 {
     const StoryWalker walker(directory);
     if (!storyLoads(walker, directory))
         return 1;
+    if (walker.tooManyStates())
+        return proveBySets(walker);
     const StoryWalker::Exploration found = walker.explore();
     ryn::console::writeLine("states: " + std::to_string(found.states)
                             + ", choices taken: " + std::to_string(found.choicesTaken));

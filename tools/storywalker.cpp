@@ -6,6 +6,7 @@
 #include "scenemanager/diskstorysource.hpp"
 #include "scenemanager/fixedscenes.hpp"
 #include "scenemanager/storyloader.hpp"
+#include "suspectsetproof.hpp"
 #include "tooltext.hpp"
 
 #include <algorithm>
@@ -222,6 +223,15 @@ StoryWalker::StoryWalker(const std::string& directory)
     start_ = rules.start();
     if (loads_)
         rules.enter(start_, start_.scene, [this](const PlayPosition& at) { startShows_.push_back(at.scene); });
+}
+
+bool StoryWalker::tooManyStates(std::size_t stateLimit) const
+{
+    const std::size_t suspects = story_.suspects().size();
+    if (suspects > SuspectSetProof::MAX_SUSPECTS)
+        return false;
+    const std::uint64_t bound = std::uint64_t{story_.sceneCount()} * 2 * (std::uint64_t{1} << suspects);
+    return bound > stateLimit;
 }
 
 StoryWalker::Exploration StoryWalker::explore(std::size_t stateLimit) const

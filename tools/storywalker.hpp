@@ -91,6 +91,9 @@ public:
     const std::vector<std::string>& loadReport() const { return loadReport_; }
     const Story& story() const { return story_; }
 
+    /// True when the states of play could be more than `stateLimit` (a state per scene, set of
+    /// suspects investigated and visit of the hub): SuspectSetProof proves what explore would.
+    [[nodiscard]] bool tooManyStates(std::size_t stateLimit = DEFAULT_STATE_LIMIT) const;
     /// Takes every choice of every reachable state once, or of the first `stateLimit` states.
     Exploration explore(std::size_t stateLimit = DEFAULT_STATE_LIMIT) const;
     /// `count` playthroughs, each choice drawn from a generator seeded with `seed`; a
