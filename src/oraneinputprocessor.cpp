@@ -9,7 +9,7 @@ namespace orane
 bool OraneInputProcessor::processEvent(const sf::Event& event)
 {
     if (event.type == sf::Event::KeyPressed || event.type == sf::Event::KeyReleased) {
-        const std::string id = buttonIdOf(event.key.code);
+        const std::string id = boundButtonId(event.key.code);
         if (!id.empty()) {
             if (event.type == sf::Event::KeyPressed)
                 ryn::components().inputManager()->press(id);
@@ -33,6 +33,11 @@ std::string OraneInputProcessor::buttonIdOf(sf::Keyboard::Key key)
     case sf::Keyboard::Tab: return "debug";
     default: return {};
     }
+}
+
+std::string OraneInputProcessor::boundButtonId(sf::Keyboard::Key key) const
+{
+    return buttonIdOf(key);
 }
 
 } // namespace orane

@@ -16,7 +16,12 @@ public:
     bool processEvent(const sf::Event& event) override;
 
     /// The button id bound to `key`, or an empty string for a key the game does not use.
-    static std::string buttonIdOf(sf::Keyboard::Key key);
+    [[nodiscard]] static std::string buttonIdOf(sf::Keyboard::Key key);
+
+protected:
+    /// The key table `processEvent` reads; a subclass that takes more keys answers its own
+    /// first and falls back to the game's.
+    [[nodiscard]] virtual std::string boundButtonId(sf::Keyboard::Key key) const;
 };
 
 } // namespace orane

@@ -1,27 +1,9 @@
 #include "previewinput.hpp"
 
-#include <ryn/core/components.hpp>
-#include <ryn/core/inputmanager.hpp>
-
 namespace orane
 {
 
 const char* const PreviewInput::BUTTON_IDS[4] = {"reload", "back", "restart", "screenshot"};
-
-bool PreviewInput::processEvent(const sf::Event& event)
-{
-    if (event.type == sf::Event::KeyPressed || event.type == sf::Event::KeyReleased) {
-        const std::string id = previewButtonOf(event.key.code);
-        if (!id.empty()) {
-            if (event.type == sf::Event::KeyPressed)
-                ryn::components().inputManager()->press(id);
-            else
-                ryn::components().inputManager()->release(id);
-            return true;
-        }
-    }
-    return OraneInputProcessor::processEvent(event);
-}
 
 std::string PreviewInput::previewButtonOf(sf::Keyboard::Key key)
 {
@@ -32,6 +14,12 @@ std::string PreviewInput::previewButtonOf(sf::Keyboard::Key key)
     case sf::Keyboard::F12: return BUTTON_IDS[3];
     default: return {};
     }
+}
+
+std::string PreviewInput::boundButtonId(sf::Keyboard::Key key) const
+{
+    std::string id = previewButtonOf(key);
+    return id.empty() ? OraneInputProcessor::boundButtonId(key) : id;
 }
 
 } // namespace orane

@@ -12,9 +12,11 @@ class PreviewInput : public OraneInputProcessor
 public:
     static const char* const BUTTON_IDS[4];
 
-    bool processEvent(const sf::Event& event) override;
     /// The preview's button bound to `key`, or an empty string.
-    static std::string previewButtonOf(sf::Keyboard::Key key);
+    [[nodiscard]] static std::string previewButtonOf(sf::Keyboard::Key key);
+
+private:
+    [[nodiscard]] std::string boundButtonId(sf::Keyboard::Key key) const override;
 };
 
 } // namespace orane
