@@ -5,6 +5,7 @@ Everything here needs only Python's standard library, xdotool, xwininfo, import 
 libX11. The game reads its resources relative to its working directory, so every run gets its own
 resource tree: the build's fonts, textures and audio, and a story tree of the test's choosing."""
 
+import argparse
 import ctypes
 import os
 import random
@@ -12,6 +13,7 @@ import re
 import shutil
 import struct
 import subprocess
+import sys
 import time
 import zlib
 
@@ -72,6 +74,42 @@ def run_under_own_display(arguments, marker, screen=SCREEN_SIZE):
         time.sleep(random.uniform(0.5, 2.0))
     print("Xvfb could not be started")
     return 1
+
+
+def run_case_script(script, cases, run_case, paths=("--game", "--resources"), label="", screen_of=None):
+    """The command line every end-to-end script shares: `script PATHS... --out DIR CASE`.
+    Run so, the script starts itself again with --inner under a display of its own (the size
+    `screen_of(case)` answers, the default screen without it), in a fresh folder DIR/CASE for
+    the case's screenshots and logs; there `run_case(args, artifacts)` plays the case. `paths`
+    name the options that take a file, made absolute for the inner run. Answers the exit status:
+    an E2EFailure fails the case with its message, printed after "FAILED "."""
+    parser = argparse.ArgumentParser()
+    for option in paths:
+        parser.add_argument(option, required=True)
+    parser.add_argument("--out", required=True)
+    parser.add_argument("--inner", action="store_true")
+    parser.add_argument("case", choices=sorted(cases))
+    args = parser.parse_args()
+    artifacts = os.path.join(args.out, args.case)
+    marker = os.path.join(artifacts, ".display-started")
+    if not args.inner:
+        shutil.rmtree(artifacts, ignore_errors=True)
+        os.makedirs(artifacts)
+        command = [sys.executable, os.path.abspath(script), "--inner", "--out", os.path.abspath(args.out)]
+        for option in paths:
+            command += [option, os.path.abspath(getattr(args, option[2:].replace("-", "_")))]
+        screen = screen_of(args.case) if screen_of else SCREEN_SIZE
+        return run_under_own_display(command + [args.case], marker, screen)
+    os.makedirs(artifacts, exist_ok=True)
+    with open(marker, "w"):
+        pass
+    try:
+        run_case(args, artifacts)
+    except E2EFailure as failure:
+        print("FAILED %s%s: %s" % (label, args.case, failure))
+        return 1
+    print("passed %s%s" % (label, args.case))
+    return 0
 
 
 # ---------------------------------------------------------------------------------------------

@@ -6,10 +6,8 @@ parallel), plays in a resource tree of its own and checks screenshots and consol
 
 Screenshots of every checked moment are kept in the output folder, one sub-folder per case."""
 
-import argparse
 import os
 import re
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -309,11 +307,7 @@ STARTUP_CASES = {
 }
 
 
-def run_inner(args):
-    artifacts = os.path.join(args.out, args.case)
-    os.makedirs(artifacts, exist_ok=True)
-    with open(os.path.join(artifacts, ".display-started"), "w"):
-        pass
+def run_case(args, artifacts):
     if args.case in STARTUP_CASES:
         STARTUP_CASES[args.case](args.game, args.resources, artifacts)
         return
@@ -327,34 +321,8 @@ def run_inner(args):
             game.kill()
 
 
-def run_outer(args):
-    """Starts this script again under a display of its own."""
-    artifacts = os.path.join(args.out, args.case)
-    shutil.rmtree(artifacts, ignore_errors=True)
-    os.makedirs(artifacts)
-    return harness.run_under_own_display(
-        [sys.executable, os.path.abspath(__file__), "--inner", "--game", os.path.abspath(args.game),
-         "--resources", os.path.abspath(args.resources), "--out", os.path.abspath(args.out), args.case],
-        os.path.join(artifacts, ".display-started"))
-
-
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--game", required=True)
-    parser.add_argument("--resources", required=True)
-    parser.add_argument("--out", required=True)
-    parser.add_argument("--inner", action="store_true")
-    parser.add_argument("case", choices=sorted(list(PLAYING_CASES) + list(STARTUP_CASES)))
-    args = parser.parse_args()
-    if not args.inner:
-        return run_outer(args)
-    try:
-        run_inner(args)
-    except harness.E2EFailure as failure:
-        print("FAILED %s: %s" % (args.case, failure))
-        return 1
-    print("passed %s" % args.case)
-    return 0
+    return harness.run_case_script(__file__, list(PLAYING_CASES) + list(STARTUP_CASES), run_case)
 
 
 if __name__ == "__main__":

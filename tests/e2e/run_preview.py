@@ -6,7 +6,6 @@ runs the way editors and ordinary tools save files, under a private Xvfb display
 
 Screenshots of every checked moment are kept in the output folder, one sub-folder per case."""
 
-import argparse
 import glob
 import os
 import shutil
@@ -333,11 +332,7 @@ CASES = {
 }
 
 
-def run_inner(args):
-    artifacts = os.path.join(args.out, args.case)
-    os.makedirs(artifacts, exist_ok=True)
-    with open(os.path.join(artifacts, ".display-started"), "w"):
-        pass
+def run_case(args, artifacts):
     function, tree, arguments = CASES[args.case]
     with tempfile.TemporaryDirectory(prefix="orane-preview-e2e-") as work_dir:
         story = Story(work_dir, tree)
@@ -351,32 +346,8 @@ def run_inner(args):
             game.kill()
 
 
-def run_outer(args):
-    artifacts = os.path.join(args.out, args.case)
-    shutil.rmtree(artifacts, ignore_errors=True)
-    os.makedirs(artifacts)
-    return harness.run_under_own_display(
-        [sys.executable, os.path.abspath(__file__), "--inner", "--tool", os.path.abspath(args.tool),
-         "--out", os.path.abspath(args.out), args.case],
-        os.path.join(artifacts, ".display-started"))
-
-
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--tool", required=True)
-    parser.add_argument("--out", required=True)
-    parser.add_argument("--inner", action="store_true")
-    parser.add_argument("case", choices=sorted(CASES))
-    args = parser.parse_args()
-    if not args.inner:
-        return run_outer(args)
-    try:
-        run_inner(args)
-    except harness.E2EFailure as failure:
-        print("FAILED preview %s: %s" % (args.case, failure))
-        return 1
-    print("passed preview %s" % args.case)
-    return 0
+    return harness.run_case_script(__file__, CASES, run_case, paths=["--tool"], label="preview ")
 
 
 if __name__ == "__main__":

@@ -5,9 +5,7 @@ notebook. Each case starts its own Xvfb display of the case's size.
 
     small_screens.py --game build/orane --resources build/resources --out build/e2e-output CASE"""
 
-import argparse
 import os
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -160,11 +158,8 @@ def play(game, window_size):
     check(console.strip() == "", "the console is not clean:\n" + console)
 
 
-def run_inner(args):
-    screen, work_area, window_size = CASES[args.case]
-    artifacts = os.path.join(args.out, args.case)
-    with open(os.path.join(artifacts, ".display-started"), "w"):
-        pass
+def run_case(args, artifacts):
+    _, work_area, window_size = CASES[args.case]
     if work_area:
         publish_work_area(work_area)
     with tempfile.TemporaryDirectory(prefix="orane-e2e-") as work_dir:
@@ -177,28 +172,7 @@ def run_inner(args):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--game", required=True)
-    parser.add_argument("--resources", required=True)
-    parser.add_argument("--out", required=True)
-    parser.add_argument("--inner", action="store_true")
-    parser.add_argument("case", choices=sorted(CASES))
-    args = parser.parse_args()
-    if not args.inner:
-        artifacts = os.path.join(args.out, args.case)
-        shutil.rmtree(artifacts, ignore_errors=True)
-        os.makedirs(artifacts)
-        return harness.run_under_own_display(
-            [sys.executable, os.path.abspath(__file__), "--inner", "--game", os.path.abspath(args.game),
-             "--resources", os.path.abspath(args.resources), "--out", os.path.abspath(args.out), args.case],
-            os.path.join(artifacts, ".display-started"), screen=CASES[args.case][0])
-    try:
-        run_inner(args)
-    except harness.E2EFailure as failure:
-        print("FAILED %s: %s" % (args.case, failure))
-        return 1
-    print("passed %s" % args.case)
-    return 0
+    return harness.run_case_script(__file__, CASES, run_case, screen_of=lambda case: CASES[case][0])
 
 
 if __name__ == "__main__":

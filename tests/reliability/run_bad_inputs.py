@@ -8,7 +8,6 @@ or it ends in order with a clear message.
 
 Cases are grouped so that each group needs one display and a few starts of the game."""
 
-import argparse
 import os
 import random
 import re
@@ -79,10 +78,10 @@ class Outcome:
 
 
 class Runner:
-    def __init__(self, args):
-        self.game = args.game
-        self.resources = args.resources
-        self.out = args.out
+    def __init__(self, game, resources, out):
+        self.game = game
+        self.resources = resources
+        self.out = out
 
     def tree(self):
         return Tree(self.resources)
@@ -312,36 +311,9 @@ GROUPS = {
 }
 
 
-def run_outer(args):
-    """Starts this script again under a display of its own."""
-    marker = os.path.join(args.out, args.group, ".display-started")
-    os.makedirs(os.path.dirname(marker), exist_ok=True)
-    return harness.run_under_own_display(
-        [sys.executable, os.path.abspath(__file__), "--inner", "--game", os.path.abspath(args.game),
-         "--resources", os.path.abspath(args.resources), "--out", os.path.abspath(args.out), args.group],
-        marker)
-
-
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--game", required=True)
-    parser.add_argument("--resources", required=True)
-    parser.add_argument("--out", required=True)
-    parser.add_argument("--inner", action="store_true")
-    parser.add_argument("group", choices=sorted(GROUPS))
-    args = parser.parse_args()
-    if not args.inner:
-        return run_outer(args)
-    args.out = os.path.join(args.out, args.group)
-    with open(os.path.join(args.out, ".display-started"), "w"):
-        pass
-    try:
-        GROUPS[args.group](Runner(args))
-    except harness.E2EFailure as failure:
-        print("FAILED %s: %s" % (args.group, failure))
-        return 1
-    print("passed %s" % args.group)
-    return 0
+    return harness.run_case_script(
+        __file__, GROUPS, lambda args, artifacts: GROUPS[args.case](Runner(args.game, args.resources, artifacts)))
 
 
 if __name__ == "__main__":
