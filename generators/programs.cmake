@@ -46,6 +46,7 @@ add_library(orane_audiogen_instruments STATIC
     audiogen/chart.cpp
     audiogen/jazzloop.cpp
     audiogen/looptrack.cpp
+    audiogen/noteframe.cpp
     audiogen/piano.cpp
     audiogen/pistolshot.cpp
     audiogen/reverb.cpp

@@ -1,6 +1,6 @@
 #include "piano.hpp"
 
-#include "biquad.hpp"
+#include "noteframe.hpp"
 #include "score.hpp"
 #include "sineoscillator.hpp"
 
@@ -26,9 +26,9 @@ Piano::Piano(double sampleRate)
 std::vector<float> Piano::play(double pitch, double seconds, float velocity, assetgen::Random& random) const
 {
     const double fundamental = frequencyOf(pitch);
-    const auto held = static_cast<std::size_t>(seconds * sampleRate_);
-    const auto total = held + static_cast<std::size_t>(DAMPER_SECONDS * 5 * sampleRate_);
-    std::vector<float> note(total, 0.f);
+    const NoteFrame frame(sampleRate_, seconds, DAMPER_SECONDS * 5);
+    const std::size_t total = frame.total();
+    std::vector<float> note = frame.silence();
 
     for (int n = 1; n <= 14; ++n) {
         const double frequency = n * fundamental * std::sqrt(1.0 + INHARMONICITY * n * n);
@@ -54,20 +54,9 @@ std::vector<float> Piano::play(double pitch, double seconds, float velocity, ass
         }
     }
 
-    Biquad felt = Biquad::lowPass(sampleRate_, 1400.0);
-    for (std::size_t i = 0; i < static_cast<std::size_t>(0.03 * sampleRate_) && i < total; ++i)
-        note[i] += static_cast<float>(felt.process(static_cast<float>(random.uniform(-1, 1))) * 0.25 * velocity
-                                      * std::exp(-static_cast<double>(i) / (0.005 * sampleRate_)));
-
-    const double attack = 0.002 * sampleRate_;
-    for (std::size_t i = 0; i < total; ++i) {
-        double gain = velocity;
-        if (static_cast<double>(i) < attack)
-            gain *= static_cast<double>(i) / attack;
-        if (i > held)
-            gain *= std::exp(-static_cast<double>(i - held) / (DAMPER_SECONDS * sampleRate_));
-        note[i] = static_cast<float>(note[i] * gain);
-    }
+    // The felt hammer's thump.
+    frame.addNoiseBurst(note, random, 1400.0, 0.03, 0.25 * velocity, 0.005);
+    frame.shape(note, velocity, NoteFrame::Attack::Linear, 0.002, DAMPER_SECONDS);
     return note;
 }
 

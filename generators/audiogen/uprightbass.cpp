@@ -1,6 +1,6 @@
 #include "uprightbass.hpp"
 
-#include "biquad.hpp"
+#include "noteframe.hpp"
 #include "score.hpp"
 #include "sineoscillator.hpp"
 
@@ -25,9 +25,9 @@ UprightBass::UprightBass(double sampleRate)
 std::vector<float> UprightBass::play(double pitch, double seconds, float velocity, assetgen::Random& random) const
 {
     const double fundamental = frequencyOf(pitch);
-    const auto held = static_cast<std::size_t>(seconds * sampleRate_);
-    const auto total = held + static_cast<std::size_t>(RELEASE_SECONDS * 3 * sampleRate_);
-    std::vector<float> note(total, 0.f);
+    const NoteFrame frame(sampleRate_, seconds, RELEASE_SECONDS * 3);
+    const std::size_t total = frame.total();
+    std::vector<float> note = frame.silence();
 
     for (int k = 1; k <= 14 && k * fundamental < 2600.0; ++k) {
         const double amplitude = std::pow(k, -1.1) * (0.3 + std::abs(std::sin(PI * k * PLUCK_POSITION)))
@@ -43,22 +43,8 @@ std::vector<float> UprightBass::play(double pitch, double seconds, float velocit
     }
 
     // The finger leaving the string: a short, dark burst of noise.
-    Biquad thump = Biquad::lowPass(sampleRate_, 900.0);
-    const std::size_t noiseLength = static_cast<std::size_t>(0.02 * sampleRate_);
-    for (std::size_t i = 0; i < noiseLength && i < total; ++i) {
-        const double fade = std::exp(-static_cast<double>(i) / (0.004 * sampleRate_));
-        note[i] += static_cast<float>(thump.process(static_cast<float>(random.uniform(-1, 1))) * 0.5 * fade);
-    }
-
-    const double attack = 0.006 * sampleRate_;
-    for (std::size_t i = 0; i < total; ++i) {
-        double gain = velocity;
-        if (static_cast<double>(i) < attack)
-            gain *= std::pow(std::sin(0.5 * PI * static_cast<double>(i) / attack), 2.0);
-        if (i > held)
-            gain *= std::exp(-static_cast<double>(i - held) / (RELEASE_SECONDS / 3 * sampleRate_));
-        note[i] = static_cast<float>(note[i] * gain);
-    }
+    frame.addNoiseBurst(note, random, 900.0, 0.02, 0.5, 0.004);
+    frame.shape(note, velocity, NoteFrame::Attack::SineSquared, 0.006, RELEASE_SECONDS / 3);
     return note;
 }
 
