@@ -3,6 +3,7 @@
 
 #include "book/bookgeometry.hpp"
 #include "book/pageturn.hpp"
+#include "turndriving.hpp"
 
 #include <ryn/core/vectors.hpp>
 
@@ -14,39 +15,14 @@ using orane::BookGeometry;
 using orane::HOOK;
 using orane::PageTurn;
 using orane::STATE;
-
-namespace
-{
-
-const sf::Vector2f TOP_LEFT(362.f, 176.f);
-const sf::Vector2f TOP_SPINE(802.f, 176.f);
-const sf::Vector2f TOP_RIGHT(1242.f, 176.f);
-const sf::Vector2f BOTTOM_LEFT(362.f, 856.f);
-const sf::Vector2f BOTTOM_SPINE(802.f, 856.f);
-const sf::Vector2f BOTTOM_RIGHT(1242.f, 856.f);
-
-/// Updates until the turn rests again; the number of frames, or -1 past `limit`.
-int settle(PageTurn& turn, int limit = 2000)
-{
-    for (int frame = 1; frame <= limit; ++frame) {
-        turn.update();
-        if (turn.state() == STATE::IDLE)
-            return frame;
-    }
-    return -1;
-}
-
-void drag(PageTurn& turn, sf::Vector2f from, sf::Vector2f to)
-{
-    turn.setPointer(from);
-    turn.grab(from);
-    turn.setPointer(to);
-    for (int i = 0; i < 40; ++i)
-        turn.update();
-    turn.release(to);
-}
-
-} // namespace
+using turndriving::BOTTOM_LEFT;
+using turndriving::BOTTOM_RIGHT;
+using turndriving::BOTTOM_SPINE;
+using turndriving::drag;
+using turndriving::settle;
+using turndriving::TOP_LEFT;
+using turndriving::TOP_RIGHT;
+using turndriving::TOP_SPINE;
 
 TEST(BookGeometry, HookRegionsAndCorners)
 {

@@ -1,5 +1,6 @@
 #include "book/book.hpp"
 #include "booktesting.hpp"
+#include "turndriving.hpp"
 
 #include <ryn/core/vectors.hpp>
 
@@ -13,40 +14,18 @@
 using orane::Book;
 using orane::HOOK;
 using orane::STATE;
+using turndriving::BOTTOM_LEFT;
+using turndriving::BOTTOM_RIGHT;
+using turndriving::drag;
+using turndriving::settle;
+using turndriving::TOP_LEFT;
+using turndriving::TOP_RIGHT;
 
 namespace
 {
 
-const sf::Vector2f TOP_LEFT(362.f, 176.f);
-const sf::Vector2f TOP_SPINE(802.f, 176.f);
-const sf::Vector2f TOP_RIGHT(1242.f, 176.f);
-const sf::Vector2f BOTTOM_LEFT(362.f, 856.f);
-const sf::Vector2f BOTTOM_SPINE(802.f, 856.f);
-const sf::Vector2f BOTTOM_RIGHT(1242.f, 856.f);
-
 constexpr HOOK ALL_HOOKS[] = {HOOK::TOP_LEFT,  HOOK::LEFT,  HOOK::BOTTOM_LEFT,
                               HOOK::TOP_RIGHT, HOOK::RIGHT, HOOK::BOTTOM_RIGHT};
-
-/// Frames until the book rests again, or -1 past `limit`.
-int settle(Book& book, int limit = 2000)
-{
-    for (int frame = 1; frame <= limit; ++frame) {
-        book.update();
-        if (book.getState() == STATE::IDLE)
-            return frame;
-    }
-    return -1;
-}
-
-void drag(Book& book, sf::Vector2f from, sf::Vector2f to)
-{
-    book.setPointer(from);
-    book.grab(from);
-    book.setPointer(to);
-    for (int i = 0; i < 40; ++i)
-        book.update();
-    book.release(to);
-}
 
 } // namespace
 
