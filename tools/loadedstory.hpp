@@ -22,26 +22,26 @@ public:
     /// The same, with the files read from `source` (an editor's buffers over the disk).
     LoadedStory(std::string directory, const StorySource& source);
 
-    const std::string& directory() const { return directory_; }
-    std::string suspectsPath() const { return directory_ + "suspects.ini"; }
+    [[nodiscard]] const std::string& directory() const { return directory_; }
+    [[nodiscard]] std::string suspectsPath() const { return directory_ + "suspects.ini"; }
 
     /// True when the game would start with this story.
     [[nodiscard]] bool loads() const { return loads_; }
     /// What the game reports, in its order, then what the files it never reaches hold.
-    const Diagnostics& diagnostics() const { return diagnostics_; }
+    [[nodiscard]] const Diagnostics& diagnostics() const { return diagnostics_; }
     /// How many of diagnostics() the game itself reports.
-    std::size_t gameDiagnosticCount() const { return gameDiagnosticCount_; }
+    [[nodiscard]] std::size_t gameDiagnosticCount() const { return gameDiagnosticCount_; }
 
     /// Every scene of every file up to that file's first fault, with the fixed scenes; the
     /// scenes the game keeps when a name is taken twice, and the ones it drops.
-    const Story& story() const { return story_; }
+    [[nodiscard]] const Story& story() const { return story_; }
     /// story.txt then the suspects' files, in the order the game reads them; empty when
     /// suspects.ini could not be opened.
-    const std::vector<Story::StoryFile>& files() const { return story_.files(); }
+    [[nodiscard]] const std::vector<Story::StoryFile>& files() const { return story_.files(); }
     /// True when every file was opened and read without a fault (links may still be broken).
-    bool everyFileRead() const;
+    [[nodiscard]] bool everyFileRead() const;
     /// True when some file that opened holds a fault (a file that cannot be opened is not one).
-    bool anyFileFaulty() const;
+    [[nodiscard]] bool anyFileFaulty() const;
 
 private:
     std::string directory_;

@@ -20,7 +20,7 @@ public:
     explicit PreviewPaths(std::vector<std::string> candidates);
 
     /// The folder found by init, ending with '/'.
-    std::string resourcesPath() const override;
+    [[nodiscard]] std::string resourcesPath() const override;
     /// False, after saying where it looked, when no candidate holds the game's resources.
     bool init() override;
 

@@ -86,12 +86,12 @@ public:
     /// Reads the file at `path`; an unreadable file gives no scene.
     static SourceText load(const std::string& path);
 
-    const std::string& path() const { return path_; }
+    [[nodiscard]] const std::string& path() const { return path_; }
     /// In file order, duplicates included.
-    const std::vector<Scene>& scenes() const { return scenes_; }
+    [[nodiscard]] const std::vector<Scene>& scenes() const { return scenes_; }
     /// Annotations that cannot be read: misspelt ("# need:", "#sets:"), outside any scene,
     /// or naming something that is no fact.
-    const std::vector<StoryFinding>& annotationFindings() const { return findings_; }
+    [[nodiscard]] const std::vector<StoryFinding>& annotationFindings() const { return findings_; }
 
 private:
     void readLine(const sf::String& line, std::size_t number);

@@ -46,8 +46,8 @@ public:
     /// reading them from disk (an editor's buffers). Not owned: they must outlive the run.
     void setSourceTexts(const std::vector<SourceText>* sources) { sources_ = sources; }
 
-    std::size_t errorCount() const { return errors_; }
-    std::size_t warningCount() const { return warnings_; }
+    [[nodiscard]] std::size_t errorCount() const { return errors_; }
+    [[nodiscard]] std::size_t warningCount() const { return warnings_; }
 
 private:
     void runChecks();
@@ -61,7 +61,7 @@ private:
     void checkScenePages(const Scene& scene, const std::string& place, bool composed);
     void checkComposedPages();
 
-    std::string scenePlace(const sf::String& sceneName) const;
+    [[nodiscard]] std::string scenePlace(const sf::String& sceneName) const;
     void warning(const std::string& place, const std::string& message);
     void note(const std::string& message);
     void checkForAuthors();

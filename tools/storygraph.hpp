@@ -42,18 +42,18 @@ public:
     explicit StoryGraph(const Story& story);
 
     /// Every scene stored, plus the hub and the arrest scene when something leads to them.
-    const std::set<sf::String>& scenes() const { return nodes_; }
-    const std::vector<Edge>& edges() const { return edges_; }
+    [[nodiscard]] const std::set<sf::String>& scenes() const { return nodes_; }
+    [[nodiscard]] const std::vector<Edge>& edges() const { return edges_; }
     /// Edges that lead to a name that is neither stored nor special.
-    bool isBroken(const Edge& edge) const { return nodes_.count(edge.to) == 0; }
+    [[nodiscard]] bool isBroken(const Edge& edge) const { return nodes_.count(edge.to) == 0; }
 
     /// Every scene some path from `start` reaches, `start` included when it exists.
-    std::set<sf::String> reachableFrom(const sf::String& start) const;
+    [[nodiscard]] std::set<sf::String> reachableFrom(const sf::String& start) const;
     /// Every scene from which some path reaches "end" or "game_over".
-    std::set<sf::String> reachingAnEnding() const;
+    [[nodiscard]] std::set<sf::String> reachingAnEnding() const;
     /// `names` in the order a breadth-first walk from "begin" meets them; those it never
     /// meets after, in name order.
-    std::vector<sf::String> inPlayOrder(const std::set<sf::String>& names) const;
+    [[nodiscard]] std::vector<sf::String> inPlayOrder(const std::set<sf::String>& names) const;
 
 private:
     void addEdge(Edge edge);

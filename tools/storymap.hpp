@@ -17,7 +17,7 @@ public:
     explicit StoryMap(const LoadedStory& story);
 
     /// The map in the DOT language.
-    std::string dot() const;
+    [[nodiscard]] std::string dot() const;
 
 private:
     const LoadedStory& story_;

@@ -115,10 +115,12 @@ void TypographyCheck::checkLine(const std::string& file, const SourceText::Scene
         const bool afterText = i > first;
         const sf::Uint32 before = afterText ? line[i - 1] : 0;
         const sf::Uint32 after = i + 1 < size ? line[i + 1] : 0;
-        if (isHighMark(c) && afterText && !isBlank(before) && !isHighMark(before) && before != CLOSING && before != U'.'
-            && !(c == U':' && isDigit(before) && isDigit(after))) {
-            report(i, "no blank before " + markName(c) + ": French sets a space before ; : ! ? and »");
-        } else if (c == CLOSING && afterText && !isBlank(before)) {
+        // A colon between digits is a time of day ("10:30"), not punctuation.
+        const bool highMarkGlued = isHighMark(c) && afterText && !isBlank(before) && !isHighMark(before)
+                                   && before != CLOSING && before != U'.'
+                                   && !(c == U':' && isDigit(before) && isDigit(after));
+        const bool closingGlued = c == CLOSING && afterText && !isBlank(before);
+        if (highMarkGlued || closingGlued) {
             report(i, "no blank before " + markName(c) + ": French sets a space before ; : ! ? and »");
         } else if (c == OPENING && i + 1 < size && !isBlank(after)) {
             report(i, "no blank after " + markName(c) + ": French sets a space after «");

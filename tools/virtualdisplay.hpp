@@ -22,7 +22,7 @@ public:
     /// True when a display can be opened, after starting a private one if needed; otherwise
     /// false with the reason in error().
     bool ensure();
-    const std::string& error() const { return error_; }
+    [[nodiscard]] const std::string& error() const { return error_; }
 
     /// True when DISPLAY names a display that opens.
     static bool isAvailable();

@@ -30,7 +30,7 @@ public:
     GameDriver& operator=(const GameDriver&) = delete;
 
     /// False, after the game's own report, when the game could not start.
-    bool ok() const { return ok_; }
+    [[nodiscard]] bool ok() const { return ok_; }
     StateGame& state();
 
     /// One update step as the main loop runs it: transitions cleared, events polled, then the

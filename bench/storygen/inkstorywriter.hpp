@@ -16,7 +16,7 @@ class InkStoryWriter
 {
 public:
     /// False when the file cannot be written.
-    bool write(const StoryPlan& plan, const std::string& path) const;
+    [[nodiscard]] bool write(const StoryPlan& plan, const std::string& path) const;
 
     /// The whole ink source.
     static std::string storyText(const StoryPlan& plan);

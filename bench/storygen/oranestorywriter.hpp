@@ -14,7 +14,7 @@ class OraneStoryWriter
 public:
     /// Creates `directory` if needed and replaces the story files in it. False when a file
     /// cannot be written.
-    bool write(const StoryPlan& plan, const std::string& directory) const;
+    [[nodiscard]] bool write(const StoryPlan& plan, const std::string& directory) const;
 
     /// One story file's text: its scenes, a blank line between two.
     static std::string fileText(const PlannedFile& file);

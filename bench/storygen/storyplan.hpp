@@ -41,7 +41,7 @@ struct StoryPlan
     std::string culprit;
     std::vector<PlannedFile> files;
 
-    std::size_t sceneCount() const
+    [[nodiscard]] std::size_t sceneCount() const
     {
         std::size_t count = 0;
         for (const PlannedFile& file : files)

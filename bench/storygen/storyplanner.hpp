@@ -21,7 +21,7 @@ public:
 
     /// `sceneCount` (at least MIN_SCENES) story scenes; the program's own scenes ("hub",
     /// "arrest", "end", "game_over") come on top.
-    StoryPlan plan(int sceneCount) const;
+    [[nodiscard]] StoryPlan plan(int sceneCount) const;
 
 private:
     std::uint32_t seed_ = 1;

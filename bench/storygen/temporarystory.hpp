@@ -17,11 +17,11 @@ public:
     TemporaryStory(const TemporaryStory&) = delete;
     TemporaryStory& operator=(const TemporaryStory&) = delete;
 
-    bool ok() const { return ok_; }
+    [[nodiscard]] bool ok() const { return ok_; }
     /// The stories folder, ending with '/', as the scene manager takes it.
-    std::string directory() const { return directory_.string() + '/'; }
+    [[nodiscard]] std::string directory() const { return directory_.string() + '/'; }
     /// What the story files weigh together, in bytes.
-    std::uintmax_t totalBytes() const;
+    [[nodiscard]] std::uintmax_t totalBytes() const;
 
 private:
     std::filesystem::path root_;

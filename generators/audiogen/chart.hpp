@@ -24,12 +24,12 @@ public:
 
     static constexpr int BEATS_PER_BAR = 4;
 
-    int bars() const { return static_cast<int>(halves_.size() / 2); }
-    double beats() const { return bars() * static_cast<double>(BEATS_PER_BAR); }
+    [[nodiscard]] int bars() const { return static_cast<int>(halves_.size() / 2); }
+    [[nodiscard]] double beats() const { return bars() * static_cast<double>(BEATS_PER_BAR); }
     /// The chord sounding on a beat; beats before the start or past the end wrap around the loop.
-    const Chord& chordAt(double beat) const;
+    [[nodiscard]] const Chord& chordAt(double beat) const;
     /// True when the chord changes on beat three of the bar (bars wrap around).
-    bool changesMidBar(int bar) const;
+    [[nodiscard]] bool changesMidBar(int bar) const;
 
 private:
     explicit Chart(std::vector<Chord> halves)

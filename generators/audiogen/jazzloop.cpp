@@ -198,7 +198,8 @@ StereoLoop JazzLoop::renderDrums(assetgen::Random& random) const
     };
     auto sweepFor = [&](int beat) -> const std::vector<float>& {
         // Strokes alternate between the dark centre and the bright edge of the head.
-        return sweeps[static_cast<std::size_t>(beat % 2 + 2 * random.integer(0, 1))];
+        const int sweep = beat % 2 + 2 * random.integer(0, 1);
+        return sweeps[static_cast<std::size_t>(sweep)];
     };
 
     StereoLoop stem(frames());

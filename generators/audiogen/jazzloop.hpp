@@ -21,14 +21,14 @@ public:
     JazzLoop(double sampleRate, std::uint64_t seed);
 
     /// The finished mix, peaking at PEAK.
-    StereoLoop render() const;
+    [[nodiscard]] StereoLoop render() const;
 
     /// The tune, one string of melody per bar (see parseMelody).
     static const std::vector<std::string>& melodyBars();
     /// The melody as notes over the whole loop; throws when a bar does not fill exactly four beats.
     static std::vector<NoteEvent> melody();
 
-    std::size_t frames() const;
+    [[nodiscard]] std::size_t frames() const;
 
     static constexpr double TEMPO = 80.0; ///< beats per minute
     static constexpr float PEAK = 0.85f;  ///< -1.4 dBFS, headroom for the lossy encoder's overshoot
@@ -39,10 +39,10 @@ private:
     StereoLoop renderPiano(assetgen::Random& random) const;
     StereoLoop renderVibes(assetgen::Random& random) const;
     StereoLoop renderDrums(assetgen::Random& random) const;
-    StereoLoop renderRoom(const LoopTrack& send) const;
+    [[nodiscard]] StereoLoop renderRoom(const LoopTrack& send) const;
     /// The same loop, starting where the join is least likely to be heard: just after the first
     /// downbeat, at the calmest moment before the next stroke.
-    StereoLoop startAtQuietestJoin(const StereoLoop& loop) const;
+    [[nodiscard]] StereoLoop startAtQuietestJoin(const StereoLoop& loop) const;
 
     double sampleRate_ = 44100.0;
     std::uint64_t seed_ = 0;

@@ -13,17 +13,17 @@ class LoopTrack
 public:
     explicit LoopTrack(std::size_t frames);
 
-    std::size_t frames() const { return samples_.size(); }
-    float at(std::size_t frame) const { return samples_[frame]; }
+    [[nodiscard]] std::size_t frames() const { return samples_.size(); }
+    [[nodiscard]] float at(std::size_t frame) const { return samples_[frame]; }
     float& at(std::size_t frame) { return samples_[frame]; }
-    const std::vector<float>& samples() const { return samples_; }
+    [[nodiscard]] const std::vector<float>& samples() const { return samples_; }
 
     /// Adds sound × gain from the given frame on; a negative start or a long sound wraps around.
     void add(std::int64_t start, const std::vector<float>& sound, float gain);
     void scale(float gain);
 
-    float peak() const;
-    float rms() const;
+    [[nodiscard]] float peak() const;
+    [[nodiscard]] float rms() const;
 
 private:
     std::vector<float> samples_;

@@ -14,13 +14,13 @@ public:
     PistolShot(double sampleRate, std::uint64_t seed);
 
     /// About a second of sound, peaking at PEAK.
-    std::vector<float> render() const;
+    [[nodiscard]] std::vector<float> render() const;
 
     static constexpr double SECONDS = 1.0;
     static constexpr float PEAK = 0.891f; ///< -1 dBFS
 
 private:
-    std::vector<float> renderBlast() const;
+    [[nodiscard]] std::vector<float> renderBlast() const;
     void addRoom(std::vector<float>& sound) const;
 
     double sampleRate_ = 44100.0;

@@ -14,11 +14,11 @@ class StereoLoop
 public:
     explicit StereoLoop(std::size_t frames);
 
-    std::size_t frames() const { return left_.frames(); }
+    [[nodiscard]] std::size_t frames() const { return left_.frames(); }
     LoopTrack& left() { return left_; }
     LoopTrack& right() { return right_; }
-    const LoopTrack& left() const { return left_; }
-    const LoopTrack& right() const { return right_; }
+    [[nodiscard]] const LoopTrack& left() const { return left_; }
+    [[nodiscard]] const LoopTrack& right() const { return right_; }
 
     /// pan from -1 (left) to 1 (right); the sum of the channels' powers stays gain².
     void add(std::int64_t start, const std::vector<float>& sound, float gain, float pan);
@@ -26,8 +26,8 @@ public:
     void mix(const StereoLoop& other, float gain);
     void scale(float gain);
 
-    float peak() const;
-    float rms() const;
+    [[nodiscard]] float peak() const;
+    [[nodiscard]] float rms() const;
 
 private:
     LoopTrack left_;

@@ -18,7 +18,7 @@ public:
     explicit BloodPainter(std::uint64_t seed);
 
     /// The left and the right page: each is the given paper with its half of the stain.
-    std::pair<FloatImage, FloatImage> paint(const FloatImage& paper) const;
+    [[nodiscard]] std::pair<FloatImage, FloatImage> paint(const FloatImage& paper) const;
 
 private:
     /// Where the blood lies (0..1, antialiased) and how thickly (0 = a dry film, 1 = pooled).
@@ -28,8 +28,8 @@ private:
         ScalarField thickness;
     };
 
-    Stain paintStain(int width, int height) const;
-    FloatImage colourSpread(const FloatImage& spreadPaper, const Stain& stain) const;
+    [[nodiscard]] Stain paintStain(int width, int height) const;
+    [[nodiscard]] FloatImage colourSpread(const FloatImage& spreadPaper, const Stain& stain) const;
 
     std::uint64_t seed_ = 0;
 };

@@ -18,11 +18,11 @@ public:
     /// spread: where the two open pages are drawn, in pixels of the picture.
     DeskPainter(std::uint64_t seed, sf::IntRect spread);
 
-    FloatImage paint(int width, int height) const;
+    [[nodiscard]] FloatImage paint(int width, int height) const;
 
 private:
-    Rgb woodAt(int x, int y) const;
-    float lampAt(float x, float y, int width, int height) const;
+    [[nodiscard]] Rgb woodAt(int x, int y) const;
+    [[nodiscard]] float lampAt(float x, float y, int width, int height) const;
 
     std::uint64_t seed_ = 0;
     sf::IntRect spread_;

@@ -11,14 +11,14 @@ class GradientNoise
 public:
     explicit GradientNoise(std::uint64_t seed);
 
-    float at(float x, float y) const;
+    [[nodiscard]] float at(float x, float y) const;
 
     /// Sum of octaves, each at twice the frequency and half the weight of the one before,
     /// rescaled to about -1..1.
-    float fractal(float x, float y, int octaves) const;
+    [[nodiscard]] float fractal(float x, float y, int octaves) const;
 
 private:
-    float gradientDot(int cellX, int cellY, float dx, float dy) const;
+    [[nodiscard]] float gradientDot(int cellX, int cellY, float dx, float dy) const;
 
     std::uint64_t seed_ = 0;
 };

@@ -16,7 +16,7 @@ public:
     explicit IconPainter(std::uint64_t seed);
 
     /// MASTER_SIZE pixels square; transparent outside the rounded square.
-    FloatImage paint() const;
+    [[nodiscard]] FloatImage paint() const;
 
     /// `picture` averaged down to size x size, colours weighted by their opacity so that the
     /// transparent corners do not darken the rim.

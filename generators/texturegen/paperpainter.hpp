@@ -14,7 +14,7 @@ class PaperPainter
 public:
     explicit PaperPainter(std::uint64_t seed);
 
-    FloatImage paint(int width, int height) const;
+    [[nodiscard]] FloatImage paint(int width, int height) const;
 
     /// The colour of clean paper before any ageing.
     static constexpr Rgb BASE = Rgb::bytes(238, 229, 207);

@@ -25,7 +25,7 @@ struct Rgb
         return {static_cast<float>(red) / 255.f, static_cast<float>(green) / 255.f, static_cast<float>(blue) / 255.f};
     }
 
-    float luminance() const { return 0.2126f * r + 0.7152f * g + 0.0722f * b; }
+    [[nodiscard]] float luminance() const { return 0.2126f * r + 0.7152f * g + 0.0722f * b; }
 };
 
 constexpr Rgb operator+(Rgb a, Rgb b)

@@ -12,12 +12,12 @@ class ScalarField
 public:
     ScalarField(int width, int height, float fill = 0.f);
 
-    int width() const { return width_; }
-    int height() const { return height_; }
+    [[nodiscard]] int width() const { return width_; }
+    [[nodiscard]] int height() const { return height_; }
 
-    float at(int x, int y) const { return values_[index(x, y)]; }
+    [[nodiscard]] float at(int x, int y) const { return values_[index(x, y)]; }
     /// Bilinear read; outside the field it reads the nearest edge.
-    float sample(float x, float y) const;
+    [[nodiscard]] float sample(float x, float y) const;
     void set(int x, int y, float value) { values_[index(x, y)] = value; }
     /// Adds to a pixel; outside the field nothing happens.
     void add(int x, int y, float amount);
@@ -30,10 +30,10 @@ public:
     /// Distance in pixels from every pixel at or above the threshold to the nearest one below it
     /// (0 for pixels below; pixels beyond the edge do not count); a two-pass chamfer estimate,
     /// good to a few percent.
-    ScalarField distanceInside(float threshold) const;
+    [[nodiscard]] ScalarField distanceInside(float threshold) const;
 
 private:
-    std::size_t index(int x, int y) const { return static_cast<std::size_t>(y) * width_ + x; }
+    [[nodiscard]] std::size_t index(int x, int y) const { return static_cast<std::size_t>(y) * width_ + x; }
 
     int width_ = 0;
     int height_ = 0;

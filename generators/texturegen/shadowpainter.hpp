@@ -11,7 +11,7 @@ namespace orane::texturegen
 class ShadowPainter
 {
 public:
-    FloatImage paint(int width, int height) const;
+    [[nodiscard]] FloatImage paint(int width, int height) const;
 
     /// Opacity at a distance from the spine, for a page of the given width.
     static float opacityAt(float distance, int width);

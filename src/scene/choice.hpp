@@ -12,7 +12,7 @@ namespace orane
 struct Choice
 {
     /// True when all three texts are non-empty (a text of blanks counts as non-empty).
-    bool isValid() const;
+    [[nodiscard]] bool isValid() const;
 
     /// One sentence for each empty text (brief, long, next, in that order).
     [[nodiscard]] std::vector<std::string> missingFields() const;

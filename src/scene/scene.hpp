@@ -41,7 +41,7 @@ struct Scene
     /// True when the scene can be played: it has text, and either a forward link and no
     /// choices, or valid choices and no forward link. Otherwise prints every problem at once
     /// under a head line that carries `firstLine`, and answers false.
-    bool checkGameLogic(std::uint32_t firstLine) const;
+    [[nodiscard]] bool checkGameLogic(std::uint32_t firstLine) const;
     /// The same, adding the GAME_LOGIC record to `diagnostics` instead of printing it.
     bool checkGameLogic(std::uint32_t firstLine, Diagnostics& diagnostics) const;
 

@@ -23,12 +23,12 @@ public:
     explicit SceneIndex(const SceneMap& scenes);
 
     /// Every stored name and scene, in the map's order.
-    const std::vector<const Entry*>& entries() const { return entries_; }
+    [[nodiscard]] const std::vector<const Entry*>& entries() const { return entries_; }
 
     /// The stored name and scene; null when no scene has that name.
-    const Entry* find(CodePointView name) const;
+    [[nodiscard]] const Entry* find(CodePointView name) const;
     /// Its place in entries(); empty when no scene has that name.
-    std::optional<std::size_t> findPosition(CodePointView name) const;
+    [[nodiscard]] std::optional<std::size_t> findPosition(CodePointView name) const;
 
 private:
     /// A name is compared with its copy in names_, close to the other names, rather than with
@@ -43,7 +43,7 @@ private:
     };
 
     static std::size_t hashOf(CodePointView name);
-    const Slot* findSlot(CodePointView name) const;
+    [[nodiscard]] const Slot* findSlot(CodePointView name) const;
 
     std::vector<const Entry*> entries_;
     std::vector<sf::Uint32> names_;

@@ -19,7 +19,7 @@ public:
     void assign(const std::vector<std::string_view>& utf8Lines);
 
     /// Valid until the next assign.
-    const std::vector<CodePointView>& views() const { return views_; }
+    [[nodiscard]] const std::vector<CodePointView>& views() const { return views_; }
 
 private:
     /// Only ever grows: its size is its capacity, so that decoding never first fills it.

@@ -71,7 +71,7 @@ void SceneManager::playFrom(const sf::String& sceneName, const std::vector<sf::S
         playCurrentScene();
 }
 
-bool SceneManager::loadStoryFile(std::string path)
+bool SceneManager::loadStoryFile(const std::string& path)
 {
     // Scene ids are given anew: play stays at the scene of the same name.
     const sf::String current = currentSceneName();

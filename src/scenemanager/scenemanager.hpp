@@ -56,7 +56,7 @@ public:
     /// Reads one story file, stores its scenes (a name already taken keeps its first scene),
     /// then the fixed scenes "game_over" and "end". Answers false, after reporting, at the
     /// first faulty scene; false without a word when the file cannot be opened.
-    bool loadStoryFile(std::string path);
+    [[nodiscard]] bool loadStoryFile(const std::string& path);
 
     /// Takes choice `choiceNb` of the current scene (which must offer it) and moves play on.
     void applyChoice(std::int32_t choiceNb);
@@ -69,36 +69,39 @@ public:
     void composeSpecialScene();
 
     /// The scene stored under the current name; it must exist.
-    const Scene& getCurrentScene() const;
+    [[nodiscard]] const Scene& getCurrentScene() const;
 
     /// Reports every FORWARD link and choice that names neither a stored nor a special scene,
     /// in the order of scene names; answers true when there is none.
-    bool checkLinks() const;
+    [[nodiscard]] bool checkLinks() const;
 
     /// Reports what would stop play later: no start scene; when some link leads to the hub or
     /// the arrest scene, a suspect without its "_begin" or "_arrest" scene or whose name the hub
     /// cannot tell apart; FORWARD cycles among scenes without choices. Answers true when there
     /// is none.
-    bool checkPlayability() const;
+    [[nodiscard]] bool checkPlayability() const;
 
     static bool isSpecialSceneName(const sf::String& name);
 
     /// The story as loaded: read only once loading is over.
-    const Story& story() const { return story_; }
+    [[nodiscard]] const Story& story() const { return story_; }
     /// Where play stands in story().
-    const PlayPosition& position() const { return position_; }
+    [[nodiscard]] const PlayPosition& position() const { return position_; }
     /// What loading found, in the order it was printed.
-    const Diagnostics& diagnostics() const { return diagnostics_; }
+    [[nodiscard]] const Diagnostics& diagnostics() const { return diagnostics_; }
 
-    const SceneMap& scenes() const { return story_.scenes(); }
+    [[nodiscard]] const SceneMap& scenes() const { return story_.scenes(); }
     /// Every suspect, in code-point order, and whether the hub has sent play to it.
-    const std::map<sf::String, bool>& suspectsVisited() const { return suspectsVisited_; }
-    const sf::String& currentSceneName() const;
-    bool isFirstHubPending() const { return !position_.hubSeen && position_.scene != story_.hubScene(); }
+    [[nodiscard]] const std::map<sf::String, bool>& suspectsVisited() const { return suspectsVisited_; }
+    [[nodiscard]] const sf::String& currentSceneName() const;
+    [[nodiscard]] bool isFirstHubPending() const { return !position_.hubSeen && position_.scene != story_.hubScene(); }
     /// Empty for a scene that no story file defined.
-    std::optional<SceneOrigin> findOrigin(const sf::String& sceneName) const { return story_.findOrigin(sceneName); }
+    [[nodiscard]] std::optional<SceneOrigin> findOrigin(const sf::String& sceneName) const
+    {
+        return story_.findOrigin(sceneName);
+    }
     /// In the order they were met.
-    const std::vector<SkippedScene>& skippedScenes() const { return story_.skippedScenes(); }
+    [[nodiscard]] const std::vector<SkippedScene>& skippedScenes() const { return story_.skippedScenes(); }
 
 private:
     /// Moves play to `scene` and along its FORWARD links, showing each scene reached.

@@ -69,8 +69,8 @@ private:
     bool readBlock(Story& story, std::uint32_t firstLine, std::uint32_t fileIndex, StoringPlaces& places,
                    Diagnostics& diagnostics);
     /// Where the scene just read stands, from layout_ and the block's file lines.
-    SceneSource sourceOf(std::uint32_t firstLine, std::uint32_t fileIndex) const;
-    SourceLine sourceLine(std::size_t indexInBlock, std::uint32_t firstLine) const;
+    [[nodiscard]] SceneSource sourceOf(std::uint32_t firstLine, std::uint32_t fileIndex) const;
+    [[nodiscard]] SourceLine sourceLine(std::size_t indexInBlock, std::uint32_t firstLine) const;
 
     const StorySource& source_;
     /// The current scene's lines, as read from the file, and the file line of each.

@@ -29,7 +29,7 @@ public:
 
     /// Far beyond any story (a whole novel), yet small enough that the notebook can still lay
     /// out a scene that holds all of it: a larger file is refused unread.
-    static constexpr std::uintmax_t MAX_BYTES = 1024 * 1024;
+    static constexpr std::uintmax_t MAX_BYTES = std::uintmax_t{1024} * 1024;
 
     /// Reads and checks the file at `path`; TOO_LARGE, with no lines, beyond MAX_BYTES.
     /// A folder, a path holding a NUL and a failed read are CANNOT_OPEN.
@@ -48,11 +48,11 @@ public:
     /// decode, or TOO_LARGE (with no lines) beyond MAX_BYTES: `bytes` read as a file would be.
     static TextFile fromBytes(std::string bytes);
 
-    STATUS status() const { return status_; }
+    [[nodiscard]] STATUS status() const { return status_; }
 
     /// Every line when READ; the lines before the first invalid one when INVALID_UTF8. Decoded
     /// anew at each call.
-    std::vector<sf::String> lines() const;
+    [[nodiscard]] std::vector<sf::String> lines() const;
 
     /// Sets `line` to the UTF-8 bytes of the line that starts at `offset` (0 for the first) and
     /// moves `offset` to the next one; false after the last of the lines that lines() gives.
@@ -64,9 +64,9 @@ public:
     static std::size_t decodeLine(std::string_view line, sf::Uint32* out);
 
     /// 0-based index, in the file, of the line that holds the first invalid byte.
-    std::size_t invalidLineIndex() const { return invalidLineIndex_; }
+    [[nodiscard]] std::size_t invalidLineIndex() const { return invalidLineIndex_; }
     /// The file's size when TOO_LARGE.
-    std::uintmax_t byteCount() const { return byteCount_; }
+    [[nodiscard]] std::uintmax_t byteCount() const { return byteCount_; }
 
 private:
     STATUS status_ = STATUS::READ;

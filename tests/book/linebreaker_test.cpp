@@ -98,7 +98,7 @@ std::vector<sf::String> linesOf(const sf::String& text)
 class LineBreakerTest : public ::testing::TestWithParam<const char*>
 {
 protected:
-    sf::Text writer() const { return sf::Text("", booktesting::resourceFont(GetParam()), 20); }
+    [[nodiscard]] sf::Text writer() const { return sf::Text("", booktesting::resourceFont(GetParam()), 20); }
 };
 
 } // namespace

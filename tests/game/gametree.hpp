@@ -21,7 +21,7 @@ public:
     GameTree(const GameTree&) = delete;
     GameTree& operator=(const GameTree&) = delete;
 
-    const std::string& path() const { return path_; }
+    [[nodiscard]] const std::string& path() const { return path_; }
 
 private:
     std::string path_;

@@ -80,7 +80,7 @@ protected:
             state_->book().update();
     }
 
-    std::vector<ryn::ShapeShifterPushButtonNode*> buttons() const
+    [[nodiscard]] std::vector<ryn::ShapeShifterPushButtonNode*> buttons() const
     {
         std::vector<ryn::ShapeShifterPushButtonNode*> found;
         for (ryn::SceneNode* node : state_->choicesNode().children())
@@ -107,7 +107,10 @@ protected:
         return red;
     }
 
-    bool choicesShown() const { return state_->choicesNode().isVisible() && state_->choicesNode().isEnabled(); }
+    [[nodiscard]] bool choicesShown() const
+    {
+        return state_->choicesNode().isVisible() && state_->choicesNode().isEnabled();
+    }
 
     void click(const ryn::ShapeShifterPushButtonNode& button)
     {

@@ -23,7 +23,7 @@ public:
     RecordedAsserts& operator=(const RecordedAsserts&) = delete;
 
     /// The condition texts reported so far, in order.
-    const std::vector<std::string>& reported() const { return expressions(); }
+    [[nodiscard]] const std::vector<std::string>& reported() const { return expressions(); }
     void clear() { expressions().clear(); }
 
 private:

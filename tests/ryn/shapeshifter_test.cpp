@@ -34,9 +34,12 @@ struct Label
         shifter.setString(string);
     }
 
-    sf::FloatRect textBounds() const { return shifter.text()->getGlobalBounds(); }
-    sf::FloatRect shapeBounds() const { return shifter.shape()->getGlobalBounds(); }
-    sf::Vector2f shapeSize() const { return static_cast<sf::RectangleShape*>(shifter.shape())->getSize(); }
+    [[nodiscard]] sf::FloatRect textBounds() const { return shifter.text()->getGlobalBounds(); }
+    [[nodiscard]] sf::FloatRect shapeBounds() const { return shifter.shape()->getGlobalBounds(); }
+    [[nodiscard]] sf::Vector2f shapeSize() const
+    {
+        return static_cast<sf::RectangleShape*>(shifter.shape())->getSize();
+    }
 
     ShapeShifter shifter;
 };
@@ -97,7 +100,7 @@ public:
         sprite()->setTexture(texture, true);
         refresh();
     }
-    sf::Vector2f shapeSize() const { return static_cast<sf::RectangleShape*>(shape())->getSize(); }
+    [[nodiscard]] sf::Vector2f shapeSize() const { return static_cast<sf::RectangleShape*>(shape())->getSize(); }
 };
 
 TEST(ShapeShifterLayout, TheSmallerContentSizesTheShape)

@@ -61,7 +61,7 @@ public:
         std::ofstream(path_ / name, std::ios::binary) << bytes;
     }
     /// Ends with '/', as the loader expects.
-    std::string directory() const { return path_.string() + "/"; }
+    [[nodiscard]] std::string directory() const { return path_.string() + "/"; }
 
 private:
     std::filesystem::path path_;
@@ -105,8 +105,8 @@ public:
         ADD_FAILURE() << "no choice " << label << " in " << utf8(manager_.currentSceneName());
     }
 
-    const orane::SceneManager& manager() const { return manager_; }
-    std::string current() const { return describe(manager_.getCurrentScene()); }
+    [[nodiscard]] const orane::SceneManager& manager() const { return manager_; }
+    [[nodiscard]] std::string current() const { return describe(manager_.getCurrentScene()); }
 
     bool loaded = false;
     Lines report;

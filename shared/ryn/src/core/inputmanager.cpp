@@ -25,33 +25,33 @@ void InputManager::resetTransitions()
         entry.second = Button();
 }
 
-void InputManager::press(std::string id)
+void InputManager::press(const std::string& id)
 {
     if (Button* found = button(id))
         found->pressed = true;
 }
 
-void InputManager::release(std::string id)
+void InputManager::release(const std::string& id)
 {
     if (Button* found = button(id))
         found->released = true;
 }
 
-bool InputManager::isPressed(std::string id) const
+bool InputManager::isPressed(const std::string& id) const
 {
     RYN_CHECK(isValidButtonId(id));
     const Button* found = button(id);
     return found && found->pressed;
 }
 
-bool InputManager::isReleased(std::string id) const
+bool InputManager::isReleased(const std::string& id) const
 {
     RYN_CHECK(isValidButtonId(id));
     const Button* found = button(id);
     return found && found->released;
 }
 
-bool InputManager::isValidButtonId(std::string id) const
+bool InputManager::isValidButtonId(const std::string& id) const
 {
     return buttons_.count(id) > 0;
 }

@@ -11,14 +11,14 @@ TextTarget* InputProcessor::textTarget() const
     return textTarget_;
 }
 
-void InputProcessor::pressButton(std::string id)
+void InputProcessor::pressButton(const std::string& id)
 {
-    components().inputManager()->press(std::move(id));
+    components().inputManager()->press(id);
 }
 
-void InputProcessor::releaseButton(std::string id)
+void InputProcessor::releaseButton(const std::string& id)
 {
-    components().inputManager()->release(std::move(id));
+    components().inputManager()->release(id);
 }
 
 bool InputProcessor::init()

@@ -32,10 +32,10 @@ public:
     virtual void layout() = 0;
     /// Whether the next frame would differ from the last one shown. When it answers false the
     /// main loop neither clears, draws nor displays, so a screen at rest costs no rendering.
-    virtual bool needsRedraw() const { return true; }
+    [[nodiscard]] virtual bool needsRedraw() const { return true; }
 
     /// Sum of the steps given to `update` since construction or `resetTime`.
-    float elapsed() const { return elapsed_; }
+    [[nodiscard]] float elapsed() const { return elapsed_; }
 
 protected:
     StateManager* owner_ = nullptr;

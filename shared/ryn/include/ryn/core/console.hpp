@@ -43,9 +43,9 @@ public:
     Capture& operator=(const Capture&) = delete;
 
     /// Everything written since the capture began.
-    const std::string& text() const { return text_; }
+    [[nodiscard]] const std::string& text() const { return text_; }
     /// The captured text cut at its line feeds (a last line without one is kept).
-    std::vector<std::string> lines() const;
+    [[nodiscard]] std::vector<std::string> lines() const;
     void clear() { text_.clear(); }
 
 private:

@@ -22,7 +22,7 @@ struct FloatColor
     {}
 
     /// Each channel times 255, rounded to the nearest integer, halves away from zero.
-    sf::Color toColor() const;
+    [[nodiscard]] sf::Color toColor() const;
     operator sf::Color() const { return toColor(); }
 };
 

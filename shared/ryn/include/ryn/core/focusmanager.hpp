@@ -14,7 +14,7 @@ public:
 
     /// Releases the focused node, if any.
     virtual void clearFocus();
-    virtual SceneNode* focused() const;
+    [[nodiscard]] virtual SceneNode* focused() const;
     /// The node that had the focus loses it (even if it is `node` itself), then `node`, which
     /// must not be null, gains it. Answers true.
     virtual bool setFocus(SceneNode* node);

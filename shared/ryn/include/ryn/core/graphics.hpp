@@ -29,11 +29,11 @@ public:
     Graphics& operator=(const Graphics&) = delete;
 
     /// Null until `create`.
-    virtual sf::RenderWindow* window() const;
+    [[nodiscard]] virtual sf::RenderWindow* window() const;
     /// Stores the title (UTF-8), creates the window and opens it at 800 x 600; true when the
     /// window exists.
     [[nodiscard]] virtual bool create(std::string title);
-    virtual bool isOpen() const;
+    [[nodiscard]] virtual bool isOpen() const;
     /// Gives the window a view showing (0, 0, width, height): one unit per pixel again.
     virtual void resize(unsigned width, unsigned height);
     /// (Re)opens the window with the default style (titlebar, resize, close), at width x height
@@ -48,7 +48,7 @@ public:
     /// Limits the frame rate now and every time the window is reopened (SFML forgets the
     /// limit when a window is recreated). 0 means no limit.
     void setFramerateLimit(unsigned limit);
-    unsigned framerateLimit() const { return framerateLimit_; }
+    [[nodiscard]] unsigned framerateLimit() const { return framerateLimit_; }
 
     /// Where states draw each frame, at the size last asked of `createWindow`: the window, or
     /// the canvas when the window had to be smaller.
@@ -57,9 +57,9 @@ public:
     void display();
     /// A pointer position in window pixels, in the units states draw in: the same whole pixels
     /// when the window has the size asked for.
-    sf::Vector2f mapPixelToTarget(sf::Vector2i pixel) const;
+    [[nodiscard]] sf::Vector2f mapPixelToTarget(sf::Vector2i pixel) const;
     /// True when the window is smaller than the size asked for and the frames are scaled.
-    bool isScaled() const { return scaled_; }
+    [[nodiscard]] bool isScaled() const { return scaled_; }
 
 protected:
     /// What every `createWindow` does, with the style of the caller's choice: opens at
@@ -68,13 +68,13 @@ protected:
     /// of the same proportions that fits, centred in it, with a canvas of width x height.
     void openWindow(unsigned width, unsigned height, sf::Uint32 style);
     /// The desktop's work area, which a window and its decorations must fit in.
-    virtual sf::IntRect workArea() const;
+    [[nodiscard]] virtual sf::IntRect workArea() const;
 
     std::string title_;
 
 private:
     /// The frame's place in the window, for the scaled window.
-    sf::FloatRect pictureArea() const;
+    [[nodiscard]] sf::FloatRect pictureArea() const;
     /// Without a canvas the window itself shows the asked size through a view, letterboxed.
     void applyScaledView();
 

@@ -29,19 +29,19 @@ public:
     void addButton(std::string id);
     /// Clears every pressed and released flag; the main loop calls it at the start of a step.
     void resetTransitions();
-    void press(std::string id);
-    void release(std::string id);
-    bool isPressed(std::string id) const;
-    bool isReleased(std::string id) const;
-    bool isValidButtonId(std::string id) const;
+    void press(const std::string& id);
+    void release(const std::string& id);
+    [[nodiscard]] bool isPressed(const std::string& id) const;
+    [[nodiscard]] bool isReleased(const std::string& id) const;
+    [[nodiscard]] bool isValidButtonId(const std::string& id) const;
     /// The pointer relative to the render window, in the units states draw in: whole window
     /// pixels, unless the window is scaled to fit a small desktop (see `Graphics`).
-    sf::Vector2f mousePosition() const;
+    [[nodiscard]] sf::Vector2f mousePosition() const;
 
 private:
     /// Null, after a report, for an id that is not registered.
     Button* button(const std::string& id);
-    const Button* button(const std::string& id) const;
+    [[nodiscard]] const Button* button(const std::string& id) const;
 
     std::map<std::string, Button> buttons_;
 };

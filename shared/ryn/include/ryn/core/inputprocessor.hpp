@@ -17,11 +17,11 @@ class InputProcessor
 public:
     virtual ~InputProcessor() = default;
 
-    virtual TextTarget* textTarget() const;
-    virtual void pressButton(std::string id);
-    virtual void releaseButton(std::string id);
+    [[nodiscard]] virtual TextTarget* textTarget() const;
+    virtual void pressButton(const std::string& id);
+    virtual void releaseButton(const std::string& id);
     [[nodiscard]] virtual bool init();
-    virtual bool hasTextTarget() const;
+    [[nodiscard]] virtual bool hasTextTarget() const;
     /// True when the event was consumed; the main loop handles closing and resizing itself
     /// for the events that were not.
     virtual bool processEvent(const sf::Event& event);

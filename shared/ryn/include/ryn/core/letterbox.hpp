@@ -14,11 +14,11 @@ public:
     Letterbox(sf::Vector2u picture, sf::Vector2u window);
 
     /// Window pixels per picture unit.
-    float scale() const { return scale_; }
+    [[nodiscard]] float scale() const { return scale_; }
     /// The picture's place in the window, in window pixels.
-    sf::FloatRect area() const { return area_; }
+    [[nodiscard]] sf::FloatRect area() const { return area_; }
     /// A window pixel in picture units (outside the picture when the pixel is in a black band).
-    sf::Vector2f toPicture(sf::Vector2i pixel) const;
+    [[nodiscard]] sf::Vector2f toPicture(sf::Vector2i pixel) const;
 
     /// The largest size with the picture's proportions (to the pixel) that fits in `available`;
     /// the picture's own size when it fits already. Never smaller than one pixel.

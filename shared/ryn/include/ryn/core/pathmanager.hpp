@@ -12,10 +12,10 @@ class PathManager
 public:
     virtual ~PathManager() = default;
 
-    virtual std::string fontsPath() const;
-    virtual std::string resourcesPath() const;
-    virtual std::string shadersPath() const;
-    virtual std::string texturesPath() const;
+    [[nodiscard]] virtual std::string fontsPath() const;
+    [[nodiscard]] virtual std::string resourcesPath() const;
+    [[nodiscard]] virtual std::string shadersPath() const;
+    [[nodiscard]] virtual std::string texturesPath() const;
     [[nodiscard]] virtual bool init();
 };
 

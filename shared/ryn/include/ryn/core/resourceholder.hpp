@@ -19,7 +19,7 @@ public:
     /// The resource loaded under `id`, which must exist. If the report of a missing id lets
     /// the program go on, an empty resource stands in for it.
     Resource& get(Identifier id);
-    const Resource& get(Identifier id) const;
+    [[nodiscard]] const Resource& get(Identifier id) const;
 
 private:
     static Resource& standIn()

@@ -22,7 +22,7 @@ public:
     virtual void spareActionWith(int value) = 0;
 
     /// Read by the main loop after every update step.
-    bool quitRequested() const { return quitRequested_; }
+    [[nodiscard]] bool quitRequested() const { return quitRequested_; }
 
 protected:
     /// Set by a derived manager to end the main loop after the current update step.

@@ -58,16 +58,16 @@ public:
     ShapeShifter(const ShapeShifter&) = delete;
     ShapeShifter& operator=(const ShapeShifter&) = delete;
 
-    virtual LayoutMode mode() const;
+    [[nodiscard]] virtual LayoutMode mode() const;
     /// Global bounds of the first part present (shape, sprite, text) moved by `offset`;
     /// (offset, 0 x 0) without any part.
-    virtual sf::FloatRect bounds(sf::Vector2f offset) const;
-    virtual sf::Vector2f margin() const;
+    [[nodiscard]] virtual sf::FloatRect bounds(sf::Vector2f offset) const;
+    [[nodiscard]] virtual sf::Vector2f margin() const;
     /// Null when the part was not created.
-    virtual sf::Shape* shape() const;
-    virtual sf::Shader* shapeShader() const;
-    virtual sf::Text* text() const;
-    virtual sf::Shader* textShader() const;
+    [[nodiscard]] virtual sf::Shape* shape() const;
+    [[nodiscard]] virtual sf::Shader* shapeShader() const;
+    [[nodiscard]] virtual sf::Text* text() const;
+    [[nodiscard]] virtual sf::Shader* textShader() const;
     /// Lays the parts out again for the current mode.
     virtual void refresh();
     /// `FIT_SHAPE` without a shape part becomes `FIT_CONTENT`.
@@ -95,16 +95,16 @@ public:
     /// Shape, then sprite, then text, each with its own shader instead of the states' one.
     void draw(sf::RenderTarget& target, sf::RenderStates states) const override;
 
-    Alignment alignment() const { return alignment_; }
-    Alignment textAlignment() const { return textAlignment_; }
+    [[nodiscard]] Alignment alignment() const { return alignment_; }
+    [[nodiscard]] Alignment textAlignment() const { return textAlignment_; }
 
 protected:
     /// For derived looks that show an image; null without a sprite part.
-    sf::Sprite* sprite() const { return sprite_.get(); }
+    [[nodiscard]] sf::Sprite* sprite() const { return sprite_.get(); }
 
 private:
     static sf::Vector2f originFor(const sf::FloatRect& localBounds, Alignment alignment);
-    sf::Vector2f contentSize() const;
+    [[nodiscard]] sf::Vector2f contentSize() const;
 
     ShapeType shapeType_ = RECTANGLE;
     LayoutMode mode_ = FIT_SHAPE;
