@@ -198,8 +198,9 @@ def catch_landing(game, hub_right):
             continue
         if 3 <= last_two[1] <= 20 and last_two[1] <= last_two[0] <= 60:
             return shot, offsets
-        # Landed (still, or lifted again by the waiting pointer): this try is over.
-        if last_two[1] == 0 or last_two[1] > last_two[0]:
+        # Landed unseen: this try is over. (On its way the page's text first stands still, then
+        # jitters, before it closes in; only its place at rest ends the watch.)
+        if last_two[0] == last_two[1] == 0:
             return None, offsets
     return None, offsets
 
