@@ -3,15 +3,18 @@
 #include "scene/scene.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace orane
 {
 
 void SceneTrail::openAt(std::size_t stop, const PreviewPlace& place)
 {
+    // `place` may be one of the stops cut below: kept before the cut.
+    PreviewPlace opening = place;
     stops_.resize(std::min(stop, stops_.size()));
     firstSpread_ = stops_.size();
-    opening_ = place;
+    opening_ = std::move(opening);
     opened_ = true;
 }
 
